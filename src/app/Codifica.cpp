@@ -1,0 +1,63 @@
+#include "app/Codifica.h"
+
+#include <QRandomGenerator>
+
+#include <cmath>
+
+namespace {
+
+int keyCode(const QString& key, int k) { return key.at(k - 1).unicode(); }
+
+int nextKeyIndex(int k, const QString& key) { return k < key.size() ? k + 1 : 1; }
+
+int hexValue(const QString& text)
+{
+    bool ok = false;
+    const int v = text.trimmed().toInt(&ok, 16);
+    return ok ? v : 0;
+}
+
+} // namespace
+
+QString CodificaConSeme(const QString& key, const QString& text, int seed)
+{
+    QString out = QString::number(seed, 16).toUpper();
+    int previous = seed;
+    int k = 0;
+    for (const QChar c : text) {
+        int v = (c.unicode() + previous) % 255;
+        k = nextKeyIndex(k, key);
+        v ^= keyCode(key, k);
+        // Two places, right-aligned: a value below 16 gets a leading blank.
+        out += QString::number(v, 16).toUpper().rightJustified(2, QLatin1Char(' '));
+        previous = v;
+    }
+    return out;
+}
+
+QString Codifica(const QString& mode, const QString& key, const QString& text)
+{
+    if (mode == QLatin1String("E")) {
+        const double r = QRandomGenerator::global()->generateDouble();
+        const int seed = static_cast<int>(std::nearbyint(r * 10000.0)) % 255 + 1;
+        return CodificaConSeme(key, text, seed);
+    }
+    if (mode != QLatin1String("D") || key.isEmpty())
+        return {};
+    // Always two characters for the seed, though the encoder writes one below 16.
+    int previous = hexValue(text.left(2));
+    QString out;
+    int k = 0;
+    for (int pos = 2; pos < text.size(); pos += 2) {
+        const int c = hexValue(text.mid(pos, 2));
+        k = nextKeyIndex(k, key);
+        int t = c ^ keyCode(key, k);
+        if (t <= previous)
+            t = 255 + t - previous;
+        else
+            t = t - previous;
+        out += QChar(t);
+        previous = c;
+    }
+    return out;
+}

@@ -1,0 +1,300 @@
+#include "app/MDIForm1.h"
+
+#include "app/Module1.h"
+#include "ledger/Replay.h"
+#include "platform/Forms.h"
+#include "platform/MessageBox.h"
+#include "platform/Numbers.h"
+
+#include <QAction>
+#include <QDateEdit>
+#include <QDateTime>
+#include <QEvent>
+#include <QFile>
+#include <QIcon>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+
+// One row of Toolbar1: key, caption, tool tip, picture number. An empty key is a separator.
+struct Pulsante {
+    const char* key;
+    const char* caption;
+    const char* tip;
+    int image;
+};
+
+constexpr Pulsante kPulsanti[17] = {
+    {"Nuovo", "Nuovo", "Nuovo", 13},
+    {"Apri", "Apri", "Apri", 14},
+    {"", "", "", 0},
+    {"Calcolatore", "Calcolatore", "Calcolatore finanziario", 1},
+    {"Conto", "Conto", "Conto titoli", 15},
+    {"Eseguiti", "Eseguiti", "Tabella eseguiti", 2},
+    {"Portafoglio", "Portafoglio", "Tabella titoli in portafoglio", 3},
+    {"Op.Chiuse", "Op.Chiuse", "Tabella Operazioni Chiuse", 4},
+    {"", "", "", 0},
+    {"Report", "Report", "Report", 5},
+    {"Errori", "St.errori", "Statistiche errori", 7},
+    {"Periodo", "St.Giorno", "Statistiche prestazioni per giorno settimanale", 11},
+    {"Sequenze", "Operazioni", "Grafico operazioni", 6},
+    {"GP", "Capitale", "Grafico del capitale", 12},
+    {"Risk", "Risk", "Risk", 9},
+    {"MDD", "MDD", "MDD", 8},
+    {"Medie", "Medie", "Medie", 10},
+};
+
+// Height of the clock bar: 1000 twips at 15 twips a pixel.
+constexpr int kAltezzaOrologi = 1000 / 15;
+
+QIcon immagine(int number, bool large)
+{
+    const QString path = QStringLiteral(":/icons/%1.svg").arg(number);
+    if (number <= 0 || !QFile::exists(path))
+        return {};
+    QIcon icon;
+    const int size = large ? 32 : 16;
+    icon.addFile(path, QSize(size, size));
+    return icon;
+}
+
+} // namespace
+
+MDIForm1* MDIForm1::Instance() { return platform::Form<MDIForm1>(); }
+
+MDIForm1::MDIForm1()
+{
+    setObjectName(QStringLiteral("MDIForm1"));
+    setWindowTitle(QStringLiteral("Quorvel"));
+    mdiArea_ = new QMdiArea(this);
+    mdiArea_->setObjectName(QStringLiteral("MDIClient"));
+    mdiArea_->setBackground(QColor(0x5b, 0x6e, 0x82));
+    setCentralWidget(mdiArea_);
+    creaMenu();
+    creaToolbar();
+    creaBarraStato();
+    Timer2_ = new QTimer(this);
+    Timer2_->setObjectName(QStringLiteral("Timer2"));
+    Timer2_->setInterval(3000);
+    resize(1280, 800);
+}
+
+MDIForm1::~MDIForm1() = default;
+
+QAction* MDIForm1::voce(QMenu* menu, const QString& name, const QString& caption)
+{
+    QAction* a = menu->addAction(caption);
+    a->setObjectName(name);
+    return a;
+}
+
+void MDIForm1::creaMenu()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("File"));
+    file->menuAction()->setObjectName(QStringLiteral("mnu_File"));
+    voce(file, QStringLiteral("mnu_NuovoPortafoglio"), QStringLiteral("Nuovo Portafoglio"));
+    voce(file, QStringLiteral("mnu_Apri"), QStringLiteral("Apri"));
+    voce(file, QStringLiteral("mnu_Salva"), QStringLiteral("Salva con nome"));
+    file->addSeparator();
+    voce(file, QStringLiteral("mnu_Importa"), QStringLiteral("Importa"));
+    voce(file, QStringLiteral("mnu_Esporta"), QStringLiteral("Esporta"));
+    file->addSeparator();
+    connect(voce(file, QStringLiteral("mnu_Exit"), QStringLiteral("Chiudi")), &QAction::triggered, this,
+            &MDIForm1::mnu_Exit_Click);
+    file->addSeparator();
+    voce(file, QStringLiteral("mnu_ApriUltimo"), QString());
+
+    QMenu* strumenti = menuBar()->addMenu(QStringLiteral("Strumenti"));
+    strumenti->menuAction()->setObjectName(QStringLiteral("mnu_Strumenti"));
+    voce(strumenti, QStringLiteral("mnu_Password"), QStringLiteral("Password"));
+    voce(strumenti, QStringLiteral("mnu_ParametriIniziali"), QStringLiteral("Parametri Iniziali"));
+    voce(strumenti, QStringLiteral("mnu_PersonalizzaErrori"), QStringLiteral("Personalizza Errori"));
+
+    QMenu* opzioni = menuBar()->addMenu(QStringLiteral("Opzioni"));
+    opzioni->menuAction()->setObjectName(QStringLiteral("mnu_Opzioni"));
+    voce(opzioni, QStringLiteral("mnu_OpzioniVista"), QStringLiteral("Vista"));
+    voce(opzioni, QStringLiteral("mnu_Menu"), QStringLiteral("Menu"));
+
+    QMenu* vista = menuBar()->addMenu(QStringLiteral("Visualizza"));
+    vista->menuAction()->setObjectName(QStringLiteral("mnu_view"));
+    voce(vista, QStringLiteral("mnu_Calcolatore"), QStringLiteral("Calcolatore finanziario"));
+    voce(vista, QStringLiteral("mnu_ContoTitoli"), QStringLiteral("Gestione Conto Titoli"));
+    vista->addSeparator();
+    voce(vista, QStringLiteral("mnu_Eseguiti"), QStringLiteral("Tabella Eseguiti"));
+    voce(vista, QStringLiteral("mnu_Portafoglio"), QStringLiteral("Tabella portafoglio titoli"));
+    voce(vista, QStringLiteral("mnu_OperazioniChiuse"), QStringLiteral("Tabella operazioni chiuse"));
+    vista->addSeparator();
+    voce(vista, QStringLiteral("mnu_Report"), QStringLiteral("Report"));
+    voce(vista, QStringLiteral("mnu_StatistichePeriodo"), QStringLiteral("Statistiche giorno"));
+    voce(vista, QStringLiteral("mnu_Errori"), QStringLiteral("Statistiche errori"));
+    voce(vista, QStringLiteral("mnu_SequenzeOperazioni"), QStringLiteral("Grafico operazioni"));
+    voce(vista, QStringLiteral("mnu_GP"), QStringLiteral("Grafico capitale"));
+    voce(vista, QStringLiteral("mnu_Risk"), QStringLiteral("Risk"));
+    voce(vista, QStringLiteral("mnu_MDD"), QStringLiteral("Massimo Draw Down (MDD)"));
+    voce(vista, QStringLiteral("mnu_Medie"), QStringLiteral("Medie"));
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("?"));
+    help->menuAction()->setObjectName(QStringLiteral("mnu_HelpIndex"));
+    voce(help, QStringLiteral("mnu_Help"), QStringLiteral("Help"));
+    voce(help, QStringLiteral("mnu_Tips"), QStringLiteral("Consigli"));
+    voce(help, QStringLiteral("mnu_About"), QStringLiteral("About"));
+}
+
+void MDIForm1::creaToolbar()
+{
+    toolbar1_ = addToolBar(QStringLiteral("Barra principale"));
+    toolbar1_->setObjectName(QStringLiteral("Toolbar1"));
+    toolbar1_->setMovable(false);
+    buttons_.resize(18);
+    for (int i = 1; i <= 17; ++i) {
+        const Pulsante& p = kPulsanti[i - 1];
+        QAction* a = p.key[0] ? toolbar1_->addAction(QString::fromUtf8(p.caption)) : toolbar1_->addSeparator();
+        a->setObjectName(QString::fromUtf8(p.key));
+        if (p.key[0])
+            a->setToolTip(QString::fromUtf8(p.tip));
+        buttons_[i] = a;
+    }
+    connect(toolbar1_, &QToolBar::actionTriggered, this, &MDIForm1::Toolbar1_ButtonClick);
+
+    addToolBarBreak();
+    toolbar3_ = addToolBar(QStringLiteral("Orologi"));
+    toolbar3_->setObjectName(QStringLiteral("Toolbar3"));
+    toolbar3_->setMovable(false);
+    toolbar3_->setFixedHeight(kAltezzaOrologi);
+    dtp_Data_ = new QDateEdit(toolbar3_);
+    dtp_Data_->setObjectName(QStringLiteral("dtp_Data"));
+    dtp_Data_->setCalendarPopup(true);
+    dtp_Data_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
+    toolbar3_->addWidget(dtp_Data_);
+}
+
+void MDIForm1::creaBarraStato()
+{
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(QStringLiteral("StatusBar1"));
+    oraPanel_ = new QLabel(bar);
+    oraPanel_->setObjectName(QStringLiteral("Panel_Ora"));
+    dataPanel_ = new QLabel(bar);
+    dataPanel_->setObjectName(QStringLiteral("Panel_Data"));
+    for (QLabel* l : {dataPanel_, oraPanel_}) {
+        l->setMinimumWidth(90);
+        l->setAlignment(Qt::AlignCenter);
+        l->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+        bar->addPermanentWidget(l);
+    }
+    orologio_ = new QTimer(this);
+    connect(orologio_, &QTimer::timeout, this, &MDIForm1::aggiornaOrologio);
+    orologio_->start(1000);
+    aggiornaOrologio();
+}
+
+void MDIForm1::aggiornaOrologio()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    oraPanel_->setText(now.toString(QStringLiteral("HH:mm")));
+    dataPanel_->setText(num::DateText(now.date()));
+}
+
+QAction* MDIForm1::Button(int index) const
+{
+    if (index < 1 || index > 17)
+        throw platform::IndexOutOfRange(index);
+    return buttons_[index];
+}
+
+QAction* MDIForm1::Menu(const QString& name) const { return findChild<QAction*>(name); }
+
+void MDIForm1::Colore() { Module1::ApplicaColori(this); }
+
+void MDIForm1::Load()
+{
+    using Module1::dbSet;
+    Colore();
+    dtp_Data_->setDate(QDate::currentDate());
+    rsSettaggi_ = dbSet.OpenRecordset(QStringLiteral("SELECT  * FROM Settaggi"));
+    toolbar3_->setVisible(rsSettaggi_.Number(QStringLiteral("Clock")) != 0);
+    toolbar3_->setFixedHeight(kAltezzaOrologi);
+    toolbar1_->setVisible(rsSettaggi_.Number(QStringLiteral("Menu")) != 0);
+    ToolbarMenu(num::ToInt16(rsSettaggi_.Number(QStringLiteral("Icone32"))),
+                num::ToInt16(rsSettaggi_.Number(QStringLiteral("IconeName"))));
+
+    for (int i : {1, 2, 4, 5})
+        Button(i)->setEnabled(true);
+    for (int i : {6, 7, 8, 10, 11, 12, 13, 14, 15, 16, 17})
+        Button(i)->setEnabled(false);
+    for (const char* name : {"mnu_Salva", "mnu_Importa", "mnu_Eseguiti", "mnu_Portafoglio", "mnu_Errori",
+                             "mnu_OperazioniChiuse", "mnu_SequenzeOperazioni", "mnu_Esporta", "mnu_GP",
+                             "mnu_StatistichePeriodo", "mnu_Report", "mnu_Risk", "mnu_MDD", "mnu_Medie"})
+        Menu(QString::fromLatin1(name))->setEnabled(false);
+
+    QAction* ultimo = Menu(QStringLiteral("mnu_ApriUltimo"));
+    const QString apriUltimo = rsSettaggi_.Text(QStringLiteral("ApriUltimo"));
+    if (apriUltimo == QLatin1String("0")) {
+        ultimo->setEnabled(false);
+    } else {
+        ultimo->setEnabled(true);
+        ultimo->setText(apriUltimo);
+    }
+    ultimo->setVisible(!ultimo->text().isEmpty());
+    Module1::bAvvioInCorso = true;
+}
+
+bool MDIForm1::event(QEvent* e)
+{
+    const bool handled = QMainWindow::event(e);
+    if (e->type() == QEvent::WindowActivate && Module1::bAvvioInCorso) {
+        // After the activation has been delivered, so the start-up windows open over the frame.
+        QTimer::singleShot(0, this, &MDIForm1::Form_Activate);
+    }
+    return handled;
+}
+
+void MDIForm1::Form_Activate()
+{
+    if (!Module1::bAvvioInCorso)
+        return;
+    Module1::bAvvioInCorso = false;
+    rsSettaggi_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT Tip, Benvenuto FROM Settaggi"));
+    switch (Module1::iSceltaBenvenuto) {
+    default:
+        break; // without a choice the user starts from the frame
+    }
+}
+
+void MDIForm1::ToolbarMenu(std::int16_t Icone32, std::int16_t IconeName)
+{
+    const bool grandi = Icone32 == 1;
+    toolbar1_->setIconSize(grandi ? QSize(32, 32) : QSize(16, 16));
+    const bool conNomi = grandi && IconeName == 1;
+    toolbar1_->setToolButtonStyle(conNomi ? Qt::ToolButtonTextUnderIcon : Qt::ToolButtonIconOnly);
+    for (int i = 1; i <= 17; ++i) {
+        const Pulsante& p = kPulsanti[i - 1];
+        if (!p.key[0])
+            continue;
+        QAction* a = buttons_[i];
+        if (grandi)
+            a->setToolTip(QString::fromUtf8(p.tip));
+        a->setIconText(conNomi ? QString::fromUtf8(p.caption) : QString());
+        a->setText(conNomi ? QString::fromUtf8(p.caption) : QString());
+        a->setIcon(immagine(p.image, grandi));
+    }
+}
+
+void MDIForm1::RicalcolaPortafoglio()
+{
+    ledger::RicalcolaPortafoglio(Module1::dbExe, Module1::dbSet, [this](const QString& text) {
+        platform::MsgBox(text, platform::Buttons::Ok, platform::Icon::None, this);
+    });
+}
+
+void MDIForm1::mnu_Exit_Click() { close(); }
+
+void MDIForm1::Toolbar1_ButtonClick(QAction* button)
+{
+    Q_UNUSED(button); // the windows behind the keys arrive with their own work
+}

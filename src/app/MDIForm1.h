@@ -1,0 +1,65 @@
+#pragma once
+// The frame: menus, the main toolbar, the clock bar, the status bar and the
+// area in which every other window opens.
+#include "store/Recordset.h"
+
+#include <QMainWindow>
+#include <QVector>
+
+#include <cstdint>
+
+class QAction;
+class QDateEdit;
+class QLabel;
+class QMdiArea;
+class QTimer;
+class QToolBar;
+
+class MDIForm1 final : public QMainWindow {
+    Q_OBJECT
+public:
+    static MDIForm1* Instance();
+    MDIForm1();
+    ~MDIForm1() override;
+
+    // The frame's load, in its fixed order.
+    void Load();
+    // What the first activation after the load does.
+    void Form_Activate();
+
+    void Colore();
+    void ToolbarMenu(std::int16_t Icone32, std::int16_t IconeName);
+    void RicalcolaPortafoglio();
+
+    // Toolbar1's buttons, counted from 1 as the table counts them (3 and 9 are separators).
+    QAction* Button(int index) const;
+    QAction* Menu(const QString& name) const;
+    QMdiArea* Area() const { return mdiArea_; }
+    QToolBar* Toolbar1() const { return toolbar1_; }
+    QToolBar* Toolbar3() const { return toolbar3_; }
+
+protected:
+    bool event(QEvent* e) override;
+
+private slots:
+    void mnu_Exit_Click();
+    void Toolbar1_ButtonClick(QAction* button);
+    void aggiornaOrologio();
+
+private:
+    void creaMenu();
+    void creaToolbar();
+    void creaBarraStato();
+    QAction* voce(QMenu* menu, const QString& name, const QString& caption);
+
+    QMdiArea* mdiArea_ = nullptr;
+    QToolBar* toolbar1_ = nullptr;
+    QToolBar* toolbar3_ = nullptr;
+    QDateEdit* dtp_Data_ = nullptr;
+    QLabel* oraPanel_ = nullptr;
+    QLabel* dataPanel_ = nullptr;
+    QTimer* Timer2_ = nullptr;
+    QTimer* orologio_ = nullptr;
+    QVector<QAction*> buttons_; // index 0 unused
+    store::Recordset rsSettaggi_;
+};

@@ -1,0 +1,31 @@
+#pragma once
+// The program's global state and its entry routine.
+#include "store/Database.h"
+
+#include <QString>
+
+class QWidget;
+
+namespace Module1 {
+
+extern store::Database dbSet;       // settings, open for the whole run
+extern store::Database dbExe;       // the current portfolio
+extern QString sFilePortafoglio;    // path of the portfolio, empty before the first
+extern QString sErroreSequenza;     // fault text of the sequence check
+extern bool bAvvioInCorso;          // from the end of the frame's load to its first activation
+extern int iSceltaBenvenuto;        // the welcome window's choice: 1 new, 2 open, 3 open last
+extern bool bPrimoAvvio;            // this start installed the delivered files
+extern QString sCartellaProgramma;  // the program folder
+
+// Installs the delivered files into a fresh folder, opens DataSet.qvd as dbSet
+// and shows the frame. Returns once the frame's load has run.
+void Main(const QString& programFolder);
+
+// Full path of a file in the program folder.
+QString FileProgramma(const QString& name);
+
+// Colours of the first row of Colori on a window and its labels, frames,
+// option buttons and picture surfaces.
+void ApplicaColori(QWidget* window);
+
+} // namespace Module1

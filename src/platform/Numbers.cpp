@@ -1,0 +1,175 @@
+#include "platform/Numbers.h"
+
+#include <QRegularExpression>
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+namespace num {
+
+namespace {
+
+// 15 significant digits, trimmed; exponent form only for very large or tiny values.
+QString formatWith(double value, QChar decimal)
+{
+    if (value == 0.0 || std::isnan(value))
+        return QStringLiteral("0");
+    if (std::isinf(value))
+        return value > 0 ? QStringLiteral("+inf") : QStringLiteral("-inf");
+    char buf[64];
+    const double mag = std::fabs(value);
+    if (mag >= 1e15 || mag < 1e-10) {
+        std::snprintf(buf, sizeof buf, "%.14E", value);
+        QString s = QString::fromLatin1(buf);
+        const int e = s.indexOf('E');
+        QString mant = s.left(e);
+        QString exp = s.mid(e + 1);
+        if (mant.contains('.')) {
+            while (mant.endsWith('0'))
+                mant.chop(1);
+            if (mant.endsWith('.'))
+                mant.chop(1);
+        }
+        const QChar sign = exp[0];
+        exp = exp.mid(1);
+        while (exp.size() > 2 && exp.startsWith('0'))
+            exp.remove(0, 1);
+        mant.replace('.', decimal);
+        return mant + 'E' + sign + exp;
+    }
+    std::snprintf(buf, sizeof buf, "%.15g", value);
+    QString s = QString::fromLatin1(buf);
+    if (s.contains('e')) {
+        // %g chose an exponent for a value we write out in full.
+        const int digitsBefore = static_cast<int>(std::floor(std::log10(mag))) + 1;
+        const int decimals = std::max(0, 15 - digitsBefore);
+        std::snprintf(buf, sizeof buf, "%.*f", decimals, value);
+        s = QString::fromLatin1(buf);
+        if (s.contains('.')) {
+            while (s.endsWith('0'))
+                s.chop(1);
+            if (s.endsWith('.'))
+                s.chop(1);
+        }
+    }
+    if (s == QLatin1String("-0"))
+        s = QStringLiteral("0");
+    s.replace('.', decimal);
+    return s;
+}
+
+} // namespace
+
+QString Text(double value) { return formatWith(value, QChar(',')); }
+QString SqlText(double value) { return formatWith(value, QChar('.')); }
+
+QString CommaToPoint(const QString& text)
+{
+    QString s = text;
+    s.replace(',', '.');
+    return s;
+}
+
+double Round(double value, int decimals)
+{
+    if (!std::isfinite(value))
+        return value;
+    const double scale = std::pow(10.0, decimals);
+    const double scaled = value * scale;
+    const double lower = std::floor(scaled);
+    const double frac = scaled - lower;
+    // Binary fractions like 2.675 sit a hair off the tie; treat them as ties.
+    const double tolerance = 1e-9 * std::max(1.0, std::fabs(scaled));
+    double r;
+    if (std::fabs(frac - 0.5) <= tolerance)
+        r = std::fmod(lower, 2.0) == 0.0 ? lower : lower + 1.0;
+    else
+        r = frac < 0.5 ? lower : lower + 1.0;
+    const double result = r / scale;
+    return result == 0.0 ? 0.0 : result;
+}
+
+long long Floor(double value)
+{
+    return static_cast<long long>(std::floor(value));
+}
+
+std::int16_t ToInt16(double value)
+{
+    if (!std::isfinite(value))
+        throw platform::OverflowError();
+    const double r = Round(value, 0);
+    if (r < std::numeric_limits<std::int16_t>::min() || r > std::numeric_limits<std::int16_t>::max())
+        throw platform::OverflowError();
+    return static_cast<std::int16_t>(r);
+}
+
+double Divide(double dividend, double divisor)
+{
+    if (divisor == 0.0)
+        throw platform::DivisionByZero();
+    return dividend / divisor;
+}
+
+QString Text(const Figure& f)
+{
+    return f ? Text(*f) : QString();
+}
+
+std::optional<double> Parse(const QString& text)
+{
+    QString s = text.trimmed();
+    if (s.isEmpty())
+        return std::nullopt;
+    s.replace(',', '.');
+    bool ok = false;
+    const double v = s.toDouble(&ok);
+    if (!ok)
+        return std::nullopt;
+    return v;
+}
+
+QString DateText(const QDate& date)
+{
+    return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : QString();
+}
+
+QDate ParseShortDate(const QString& text)
+{
+    static const QRegularExpression re(QStringLiteral("^(\\d{1,2})/(\\d{1,2})/(\\d{4})$"));
+    const auto m = re.match(text.trimmed());
+    if (!m.hasMatch())
+        return {};
+    return QDate(m.captured(3).toInt(), m.captured(2).toInt(), m.captured(1).toInt());
+}
+
+int Weekday(const QDate& date)
+{
+    // Qt: Monday = 1 ... Sunday = 7.
+    return date.dayOfWeek() % 7 + 1;
+}
+
+QString Text(const QVariant& value)
+{
+    if (!value.isValid() || value.isNull())
+        return {};
+    switch (value.typeId()) {
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return Text(value.toDouble());
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+    case QMetaType::UInt:
+    case QMetaType::ULongLong:
+        return QString::number(value.toLongLong());
+    case QMetaType::QDate:
+        return DateText(value.toDate());
+    case QMetaType::Bool:
+        return value.toBool() ? QStringLiteral("Vero") : QStringLiteral("Falso");
+    default:
+        return value.toString();
+    }
+}
+
+} // namespace num

@@ -1,0 +1,39 @@
+#pragma once
+// Internal to the store: one open SQLite handle and its cache of prepared shapes.
+#include "store/Dialect.h"
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <sqlite3.h>
+
+#include <vector>
+
+namespace store {
+
+struct PreparedShape {
+    std::vector<sqlite3_stmt*> stmts;
+    std::vector<bool> dateParams;
+    QString table; // non-empty when the cursor can write through (first column is the rowid)
+};
+
+struct Connection {
+    sqlite3* db = nullptr;
+    QString path;
+    QHash<QString, PreparedShape> cache;
+    QHash<QString, QStringList> columns;
+    int savepoints = 0;
+    long long statementsRun = 0;
+
+    ~Connection();
+    void clearCache();
+    [[noreturn]] void fail(const QString& statement) const;
+    QStringList columnsOf(const QString& table);
+    // The prepared statements for a shape; for a cursor, with the rowid in front when possible.
+    PreparedShape& prepare(const Lifted& lifted, bool cursor, const QString& original);
+    void bind(const PreparedShape& shape, const Lifted& lifted, const QString& original) const;
+    void exec(const QString& sql);
+};
+
+} // namespace store

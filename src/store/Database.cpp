@@ -1,0 +1,362 @@
+#include "store/Database.h"
+
+#include "store/Connection.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace store {
+
+namespace {
+
+// Durability of each statement. FULL syncs the write-ahead log at every commit;
+// NORMAL was measured too (README, benchmarks).
+constexpr const char* kPragmas = "PRAGMA journal_mode=WAL; PRAGMA synchronous=FULL; PRAGMA foreign_keys=OFF;";
+constexpr int kCacheLimit = 400;
+
+const QRegularExpression& singleTableSelect()
+{
+    static const QRegularExpression re(
+        QStringLiteral("^\\s*SELECT\\s+(?!DISTINCT\\b)([^()]*?)\\s+FROM\\s+(\\[[^\\]]+\\]|\\w+)\\s*($|WHERE\\b|ORDER\\b)"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    return re;
+}
+
+bool isSchemaChange(const QString& sql)
+{
+    const QString s = sql.trimmed().left(6).toUpper();
+    return s.startsWith(QLatin1String("CREATE")) || s.startsWith(QLatin1String("DROP")) || s.startsWith(QLatin1String("ALTER"));
+}
+
+} // namespace
+
+Connection::~Connection()
+{
+    clearCache();
+    if (db)
+        sqlite3_close_v2(db);
+}
+
+void Connection::clearCache()
+{
+    for (auto& shape : cache)
+        for (sqlite3_stmt* s : shape.stmts)
+            sqlite3_finalize(s);
+    cache.clear();
+    columns.clear();
+}
+
+void Connection::fail(const QString& statement) const
+{
+    throw DbError(QString::fromUtf8(sqlite3_errmsg(db)), statement, sqlite3_extended_errcode(db));
+}
+
+QStringList Connection::columnsOf(const QString& table)
+{
+    const QString key = table.toLower();
+    if (auto it = columns.find(key); it != columns.end())
+        return *it;
+    QStringList names;
+    sqlite3_stmt* st = nullptr;
+    const QByteArray q = QStringLiteral("PRAGMA table_info(\"%1\")").arg(table).toUtf8();
+    if (sqlite3_prepare_v2(db, q.constData(), -1, &st, nullptr) == SQLITE_OK) {
+        while (sqlite3_step(st) == SQLITE_ROW)
+            names << QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, 1)));
+    }
+    sqlite3_finalize(st);
+    columns.insert(key, names);
+    return names;
+}
+
+PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QString& original)
+{
+    const QString key = (cursor ? QStringLiteral("R:") : QStringLiteral("X:")) + lifted.shape;
+    if (auto it = cache.find(key); it != cache.end())
+        return *it;
+    if (cache.size() >= kCacheLimit) {
+        for (auto& shape : cache)
+            for (sqlite3_stmt* s : shape.stmts)
+                sqlite3_finalize(s);
+        cache.clear();
+    }
+
+    QString shapeText = lifted.shape;
+    QString table;
+    if (cursor) {
+        const auto m = singleTableSelect().match(shapeText);
+        if (m.hasMatch()) {
+            table = m.captured(2);
+            if (table.startsWith('['))
+                table = table.mid(1, table.size() - 2);
+            const int at = static_cast<int>(m.capturedStart(1));
+            shapeText = shapeText.left(at) + QStringLiteral("rowid AS __rowid, ") + shapeText.mid(at);
+        }
+    }
+    const Translation t = Translate(shapeText, static_cast<int>(lifted.params.size()),
+                                    [this](const QString& tbl) { return columnsOf(tbl); });
+    PreparedShape shape;
+    shape.dateParams = t.dateParams;
+    shape.table = table;
+    for (const QString& text : t.statements) {
+        sqlite3_stmt* st = nullptr;
+        const QByteArray utf8 = text.toUtf8();
+        if (sqlite3_prepare_v2(db, utf8.constData(), static_cast<int>(utf8.size()), &st, nullptr) != SQLITE_OK) {
+            if (!table.isEmpty()) {
+                // The rowid could not be added (a view, a join written oddly): a read-only cursor.
+                for (sqlite3_stmt* s : shape.stmts)
+                    sqlite3_finalize(s);
+                const Translation t2 = Translate(lifted.shape, static_cast<int>(lifted.params.size()));
+                PreparedShape ro;
+                ro.dateParams = t2.dateParams;
+                for (const QString& text2 : t2.statements) {
+                    sqlite3_stmt* st2 = nullptr;
+                    const QByteArray u2 = text2.toUtf8();
+                    if (sqlite3_prepare_v2(db, u2.constData(), static_cast<int>(u2.size()), &st2, nullptr) != SQLITE_OK) {
+                        for (sqlite3_stmt* s : ro.stmts)
+                            sqlite3_finalize(s);
+                        fail(original);
+                    }
+                    ro.stmts.push_back(st2);
+                }
+                return *cache.insert(key, ro);
+            }
+            for (sqlite3_stmt* s : shape.stmts)
+                sqlite3_finalize(s);
+            fail(original);
+        }
+        if (st)
+            shape.stmts.push_back(st);
+    }
+    return *cache.insert(key, shape);
+}
+
+void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original) const
+{
+    int p = 0;
+    for (sqlite3_stmt* st : shape.stmts) {
+        sqlite3_reset(st);
+        sqlite3_clear_bindings(st);
+        const int count = sqlite3_bind_parameter_count(st);
+        for (int i = 1; i <= count; ++i, ++p) {
+            if (p >= static_cast<int>(lifted.params.size()))
+                throw DbError(QStringLiteral("Parametri insufficienti"), original);
+            const Literal& lit = lifted.params[static_cast<std::size_t>(p)];
+            int rc = SQLITE_OK;
+            switch (lit.kind) {
+            case Literal::Kind::Text: {
+                const QString v = shape.dateParams[static_cast<std::size_t>(p)] ? DateParamValue(lit.text) : lit.text;
+                const QByteArray u = v.toUtf8();
+                rc = sqlite3_bind_text(st, i, u.constData(), static_cast<int>(u.size()), SQLITE_TRANSIENT);
+                break;
+            }
+            case Literal::Kind::Integer:
+                rc = sqlite3_bind_int64(st, i, lit.text.toLongLong());
+                break;
+            case Literal::Kind::Real:
+                rc = sqlite3_bind_double(st, i, lit.text.toDouble());
+                break;
+            }
+            if (rc != SQLITE_OK)
+                fail(original);
+        }
+    }
+}
+
+void Connection::exec(const QString& sql)
+{
+    char* err = nullptr;
+    if (sqlite3_exec(db, sql.toUtf8().constData(), nullptr, nullptr, &err) != SQLITE_OK) {
+        const QString msg = QString::fromUtf8(err ? err : "errore");
+        sqlite3_free(err);
+        throw DbError(msg, sql);
+    }
+}
+
+Database::Database() = default;
+Database::~Database() = default;
+
+void Database::Open(const QString& path)
+{
+    Close();
+    auto conn = std::make_shared<Connection>();
+    conn->path = path;
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &conn->db, SQLITE_OPEN_READWRITE, nullptr);
+    if (rc != SQLITE_OK) {
+        const QString msg = conn->db ? QString::fromUtf8(sqlite3_errmsg(conn->db)) : QStringLiteral("out of memory");
+        throw DbError(msg + QStringLiteral(": ") + path, QString(), rc);
+    }
+    sqlite3_extended_result_codes(conn->db, 1);
+    // Reading the schema tells a database from any other file.
+    conn->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    if (!sqlite3_db_readonly(conn->db, "main"))
+        conn->exec(QString::fromLatin1(kPragmas));
+    conn_ = std::move(conn);
+}
+
+void Database::Close() { conn_.reset(); }
+
+bool Database::IsOpen() const { return conn_ != nullptr; }
+
+QString Database::Path() const { return conn_ ? conn_->path : QString(); }
+
+long long Database::StatementsRun() const { return conn_ ? conn_->statementsRun : 0; }
+
+void Database::Execute(const QString& sql)
+{
+    if (!conn_)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), sql);
+    const Lifted lifted = LiftLiterals(sql);
+    PreparedShape& shape = conn_->prepare(lifted, false, sql);
+    conn_->bind(shape, lifted, sql);
+    const bool several = shape.stmts.size() > 1;
+    std::unique_ptr<Transaction> group;
+    if (several)
+        group = std::make_unique<Transaction>(*this);
+    for (sqlite3_stmt* st : shape.stmts) {
+        int rc;
+        while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+        }
+        sqlite3_reset(st);
+        if (rc != SQLITE_DONE)
+            conn_->fail(sql);
+        ++conn_->statementsRun;
+    }
+    if (group)
+        group->Commit();
+    if (isSchemaChange(sql))
+        conn_->clearCache();
+}
+
+Recordset Database::OpenRecordset(const QString& sql)
+{
+    if (!conn_)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), sql);
+    const Lifted lifted = LiftLiterals(sql);
+    PreparedShape& shape = conn_->prepare(lifted, true, sql);
+    if (shape.stmts.size() != 1)
+        throw DbError(QStringLiteral("Istruzione non valida per un recordset"), sql);
+    conn_->bind(shape, lifted, sql);
+    sqlite3_stmt* st = shape.stmts.front();
+
+    Recordset rs;
+    rs.conn_ = conn_;
+    rs.statement_ = sql;
+    rs.table_ = shape.table;
+    const int first = shape.table.isEmpty() ? 0 : 1;
+    const int n = sqlite3_column_count(st);
+    auto names = std::make_shared<std::vector<QString>>();
+    std::vector<bool> isDate;
+    for (int c = first; c < n; ++c) {
+        names->push_back(QString::fromUtf8(sqlite3_column_name(st, c)));
+        isDate.push_back(IsDateColumn(names->back()));
+    }
+    rs.columns_ = names;
+    int rc;
+    while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+        if (first)
+            rs.rowids_.push_back(sqlite3_column_int64(st, 0));
+        std::vector<QVariant> row;
+        row.reserve(static_cast<std::size_t>(n - first));
+        for (int c = first; c < n; ++c) {
+            switch (sqlite3_column_type(st, c)) {
+            case SQLITE_INTEGER:
+                row.emplace_back(static_cast<qlonglong>(sqlite3_column_int64(st, c)));
+                break;
+            case SQLITE_FLOAT:
+                row.emplace_back(sqlite3_column_double(st, c));
+                break;
+            case SQLITE_TEXT: {
+                const QString text = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c)),
+                                                       sqlite3_column_bytes(st, c));
+                if (isDate[static_cast<std::size_t>(c - first)]) {
+                    const QDate d = QDate::fromString(text, Qt::ISODate);
+                    row.emplace_back(d.isValid() ? QVariant(d) : QVariant(text));
+                } else {
+                    row.emplace_back(text);
+                }
+                break;
+            }
+            case SQLITE_BLOB:
+                row.emplace_back(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c)));
+                break;
+            default:
+                row.emplace_back();
+            }
+        }
+        rs.rows_.push_back(std::move(row));
+    }
+    sqlite3_reset(st);
+    if (rc != SQLITE_DONE)
+        conn_->fail(sql);
+    ++conn_->statementsRun;
+    rs.pos_ = 0;
+    return rs;
+}
+
+void Database::ExecuteScript(const QString& script)
+{
+    if (!conn_)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), script.left(200));
+    conn_->exec(script);
+    conn_->clearCache();
+}
+
+void Database::Create(const QString& path, const QString& script)
+{
+    if (QFileInfo::exists(path))
+        throw DbError(QStringLiteral("Il file esiste già"), path);
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr) != SQLITE_OK) {
+        const QString msg = db ? QString::fromUtf8(sqlite3_errmsg(db)) : QStringLiteral("out of memory");
+        sqlite3_close_v2(db);
+        throw DbError(msg, path);
+    }
+    char* err = nullptr;
+    const QByteArray all = (QStringLiteral("PRAGMA journal_mode=WAL; BEGIN; ") + script + QStringLiteral("\nCOMMIT;")).toUtf8();
+    if (sqlite3_exec(db, all.constData(), nullptr, nullptr, &err) != SQLITE_OK) {
+        const QString msg = QString::fromUtf8(err ? err : "errore");
+        sqlite3_free(err);
+        sqlite3_close_v2(db);
+        QFile::remove(path);
+        throw DbError(msg, path);
+    }
+    sqlite3_close_v2(db);
+}
+
+void Database::CopyFile(const QString& from, const QString& to)
+{
+    // A stale log beside the target would be replayed into the copy.
+    QFile::remove(to + QStringLiteral("-wal"));
+    QFile::remove(to + QStringLiteral("-shm"));
+    if (QFileInfo::exists(to) && !QFile::remove(to))
+        throw DbError(QStringLiteral("Impossibile sovrascrivere il file"), to);
+    if (!QFile::copy(from, to))
+        throw DbError(QStringLiteral("Impossibile copiare il file"), from + QStringLiteral(" -> ") + to);
+    QFile::setPermissions(to, QFile::permissions(to) | QFileDevice::WriteOwner);
+}
+
+Transaction::Transaction(Database& db) : conn_(db.connection())
+{
+    if (!conn_)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), QStringLiteral("SAVEPOINT"));
+    name_ = QStringLiteral("q%1").arg(++conn_->savepoints);
+    conn_->exec(QStringLiteral("SAVEPOINT ") + name_);
+}
+
+Transaction::~Transaction()
+{
+    if (!done_) {
+        // The engine may already have rolled back on a hard error; nothing more to undo then.
+        sqlite3_exec(conn_->db, ("ROLLBACK TO " + name_ + "; RELEASE " + name_).toUtf8().constData(), nullptr, nullptr, nullptr);
+    }
+    --conn_->savepoints;
+}
+
+void Transaction::Commit()
+{
+    conn_->exec(QStringLiteral("RELEASE ") + name_);
+    done_ = true;
+}
+
+} // namespace store

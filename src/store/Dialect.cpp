@@ -1,0 +1,277 @@
+#include "store/Dialect.h"
+
+#include "platform/Numbers.h"
+
+#include <QRegularExpression>
+
+namespace store {
+
+namespace {
+
+bool isIdentStart(QChar c) { return c.isLetter() || c == '_'; }
+bool isIdentChar(QChar c) { return c.isLetterOrNumber() || c == '_' || c == '$'; }
+
+QString firstWord(const QString& sql)
+{
+    int i = 0;
+    while (i < sql.size() && sql[i].isSpace())
+        ++i;
+    int j = i;
+    while (j < sql.size() && isIdentChar(sql[j]))
+        ++j;
+    return sql.mid(i, j - i).toUpper();
+}
+
+// Splits at commas that are not inside brackets or quotes.
+QStringList splitTopLevel(const QString& text)
+{
+    QStringList parts;
+    int depth = 0;
+    bool inQuote = false;
+    int start = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (inQuote) {
+            if (c == '\'')
+                inQuote = false;
+        } else if (c == '\'') {
+            inQuote = true;
+        } else if (c == '(' || c == '[') {
+            ++depth;
+        } else if (c == ')' || c == ']') {
+            --depth;
+        } else if (c == ',' && depth == 0) {
+            parts << text.mid(start, i - start);
+            start = i + 1;
+        }
+    }
+    parts << text.mid(start);
+    return parts;
+}
+
+QString unbracket(QString name)
+{
+    name = name.trimmed();
+    if (name.startsWith('[') && name.endsWith(']'))
+        name = name.mid(1, name.size() - 2);
+    return name;
+}
+
+int paramsBefore(const QString& shape, int pos)
+{
+    int n = 0;
+    for (int i = 0; i < pos && i < shape.size(); ++i)
+        if (shape[i] == '?')
+            ++n;
+    return n;
+}
+
+void markDates(const QString& shape, int valueStart, const QStringList& values, const QStringList& columns,
+               std::vector<bool>& flags)
+{
+    int pos = valueStart;
+    for (int i = 0; i < values.size(); ++i) {
+        const QString& v = values[i];
+        if (v.trimmed() == QLatin1String("?") && i < columns.size() && IsDateColumn(unbracket(columns[i]))) {
+            const int index = paramsBefore(shape, pos + v.indexOf('?'));
+            if (index < static_cast<int>(flags.size()))
+                flags[static_cast<std::size_t>(index)] = true;
+        }
+        pos += static_cast<int>(v.size()) + 1;
+    }
+}
+
+} // namespace
+
+bool IsDateColumn(const QString& column)
+{
+    return column.compare(QLatin1String("Data"), Qt::CaseInsensitive) == 0;
+}
+
+QString DateParamValue(const QString& text)
+{
+    const QDate d = num::ParseShortDate(text);
+    return d.isValid() ? d.toString(Qt::ISODate) : text;
+}
+
+Lifted LiftLiterals(const QString& sql)
+{
+    const QString verb = firstWord(sql);
+    const bool liftable = verb == QLatin1String("SELECT") || verb == QLatin1String("INSERT")
+        || verb == QLatin1String("UPDATE") || verb == QLatin1String("DELETE");
+    if (!liftable)
+        return {sql, {}};
+
+    Lifted out;
+    out.shape.reserve(sql.size());
+    bool liftNumbers = true; // ORDER BY 2 and LIMIT must stay literal
+    const int n = static_cast<int>(sql.size());
+    int i = 0;
+    while (i < n) {
+        const QChar c = sql[i];
+        if (c == '\'') {
+            QString text;
+            int j = i + 1;
+            bool closed = false;
+            while (j < n) {
+                if (sql[j] == '\'') {
+                    if (j + 1 < n && sql[j + 1] == '\'') {
+                        text += '\'';
+                        j += 2;
+                        continue;
+                    }
+                    closed = true;
+                    break;
+                }
+                text += sql[j++];
+            }
+            if (!closed) // broken text: let the engine refuse it as written
+                return {sql, {}};
+            out.params.push_back({Literal::Kind::Text, text});
+            out.shape += '?';
+            i = j + 1;
+        } else if (c == '[' || c == '"' || c == '`') {
+            const QChar close = c == '[' ? QChar(']') : c;
+            const int j = sql.indexOf(close, i + 1);
+            if (j < 0)
+                return {sql, {}};
+            out.shape += sql.mid(i, j - i + 1);
+            i = j + 1;
+        } else if (isIdentStart(c)) {
+            int j = i;
+            while (j < n && isIdentChar(sql[j]))
+                ++j;
+            const QString word = sql.mid(i, j - i);
+            if (word.compare(QLatin1String("BY"), Qt::CaseInsensitive) == 0
+                || word.compare(QLatin1String("LIMIT"), Qt::CaseInsensitive) == 0)
+                liftNumbers = false;
+            out.shape += word;
+            i = j;
+        } else if (liftNumbers && (c.isDigit() || (c == '.' && i + 1 < n && sql[i + 1].isDigit()))) {
+            int j = i;
+            bool real = false;
+            while (j < n && sql[j].isDigit())
+                ++j;
+            if (j < n && sql[j] == '.') {
+                real = true;
+                ++j;
+                while (j < n && sql[j].isDigit())
+                    ++j;
+            }
+            if (j < n && (sql[j] == 'e' || sql[j] == 'E')) {
+                int k = j + 1;
+                if (k < n && (sql[k] == '+' || sql[k] == '-'))
+                    ++k;
+                if (k < n && sql[k].isDigit()) {
+                    real = true;
+                    j = k;
+                    while (j < n && sql[j].isDigit())
+                        ++j;
+                }
+            }
+            if (j < n && isIdentStart(sql[j])) { // 1abc: not a number token
+                out.shape += sql.mid(i, j - i);
+                i = j;
+                continue;
+            }
+            const QString text = sql.mid(i, j - i);
+            bool fits = false;
+            if (!real)
+                text.toLongLong(&fits);
+            out.params.push_back({real || !fits ? Literal::Kind::Real : Literal::Kind::Integer, text});
+            out.shape += '?';
+            i = j;
+        } else {
+            out.shape += c;
+            ++i;
+        }
+    }
+    return out;
+}
+
+Translation Translate(const QString& shape, int paramCount, const ColumnsOf& columnsOf)
+{
+    Translation t;
+    t.dateParams.assign(static_cast<std::size_t>(paramCount), false);
+    const auto ci = QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption;
+
+    static const QRegularExpression deleteStar(QStringLiteral("^(\\s*DELETE)\\s+\\*\\s+(FROM\\b)"), ci);
+    static const QRegularExpression dropTables(QStringLiteral("^\\s*DROP\\s+TABLE\\s+(.+?)\\s*;?\\s*$"), ci);
+    static const QRegularExpression insertValues(
+        QStringLiteral("^\\s*INSERT\\s+INTO\\s+(\\[[^\\]]+\\]|\\w+)\\s*(?:\\(([^)]*)\\))?\\s*VALUES\\s*\\((.*)\\)\\s*;?\\s*$"), ci);
+    static const QRegularExpression updateSet(QStringLiteral("^\\s*UPDATE\\s+(\\[[^\\]]+\\]|\\w+)\\s+SET\\b(.*?)(\\bWHERE\\b.*)?$"), ci);
+    static const QRegularExpression orderedSelect(
+        QStringLiteral("^\\s*SELECT\\s+(?!DISTINCT\\b)([^()]*?)\\s+FROM\\s+(\\[[^\\]]+\\]|\\w+)\\s*(?:WHERE\\b(?:(?!\\bGROUP\\b|\\bJOIN\\b).)*?)?\\bORDER\\s+BY\\b(?:(?!\\bLIMIT\\b|\\browid\\b).)*$"), ci);
+
+    QString sql = shape;
+    if (auto m = deleteStar.match(sql); m.hasMatch()) {
+        sql = m.captured(1) + ' ' + sql.mid(m.capturedStart(2));
+        t.statements << sql;
+        return t;
+    }
+    if (auto m = dropTables.match(sql); m.hasMatch()) {
+        for (const QString& table : splitTopLevel(m.captured(1)))
+            t.statements << QStringLiteral("DROP TABLE ") + table.trimmed();
+        return t;
+    }
+    if (auto m = insertValues.match(sql); m.hasMatch()) {
+        QStringList columns;
+        if (m.capturedStart(2) >= 0)
+            columns = splitTopLevel(m.captured(2));
+        else if (columnsOf)
+            columns = columnsOf(unbracket(m.captured(1)));
+        markDates(sql, static_cast<int>(m.capturedStart(3)), splitTopLevel(m.captured(3)), columns, t.dateParams);
+    } else if (auto m = updateSet.match(sql); m.hasMatch()) {
+        const QStringList assignments = splitTopLevel(m.captured(2));
+        int pos = static_cast<int>(m.capturedStart(2));
+        for (const QString& a : assignments) {
+            const int eq = a.indexOf('=');
+            if (eq > 0 && a.mid(eq + 1).trimmed() == QLatin1String("?") && IsDateColumn(unbracket(a.left(eq)))) {
+                const int index = paramsBefore(sql, pos + static_cast<int>(a.indexOf('?', eq)));
+                if (index < paramCount)
+                    t.dateParams[static_cast<std::size_t>(index)] = true;
+            }
+            pos += static_cast<int>(a.size()) + 1;
+        }
+    } else if (orderedSelect.match(sql).hasMatch() && !sql.contains(QLatin1String("GROUP"), Qt::CaseInsensitive)) {
+        // Rows of equal sort key come in record order, as the original engine gave them.
+        QString trimmed = sql.trimmed();
+        if (trimmed.endsWith(';'))
+            trimmed.chop(1);
+        sql = trimmed + QStringLiteral(", rowid");
+    }
+    t.statements << sql;
+    return t;
+}
+
+QStringList ToSqlite(const QString& sql, const ColumnsOf& columnsOf)
+{
+    const Lifted lifted = LiftLiterals(sql);
+    const Translation t = Translate(lifted.shape, static_cast<int>(lifted.params.size()), columnsOf);
+    if (lifted.params.empty())
+        return t.statements;
+    QStringList out;
+    std::size_t p = 0;
+    for (const QString& stmt : t.statements) {
+        QString s;
+        for (QChar c : stmt) {
+            if (c == '?' && p < lifted.params.size()) {
+                const Literal& lit = lifted.params[p];
+                if (lit.kind == Literal::Kind::Text) {
+                    QString v = t.dateParams[p] ? DateParamValue(lit.text) : lit.text;
+                    v.replace('\'', QLatin1String("''"));
+                    s += '\'' + v + '\'';
+                } else {
+                    s += lit.text;
+                }
+                ++p;
+            } else {
+                s += c;
+            }
+        }
+        out << s;
+    }
+    return out;
+}
+
+} // namespace store

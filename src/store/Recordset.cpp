@@ -1,0 +1,301 @@
+#include "store/Recordset.h"
+
+#include "platform/Numbers.h"
+#include "store/Connection.h"
+#include "store/DbError.h"
+
+#include <QRegularExpression>
+
+namespace store {
+
+namespace {
+
+const QString kNoCurrent = QStringLiteral("Nessun record corrente.");
+
+int compareValues(const QVariant& a, const QVariant& b)
+{
+    const bool aNum = a.typeId() == QMetaType::Double || a.typeId() == QMetaType::LongLong;
+    const bool bNum = b.typeId() == QMetaType::Double || b.typeId() == QMetaType::LongLong;
+    if (aNum && bNum) {
+        const double x = a.toDouble(), y = b.toDouble();
+        return x < y ? -1 : (x > y ? 1 : 0);
+    }
+    if (a.typeId() == QMetaType::QDate && b.typeId() == QMetaType::QDate)
+        return a.toDate() < b.toDate() ? -1 : (a.toDate() > b.toDate() ? 1 : 0);
+    return QString::compare(num::Text(a), num::Text(b), Qt::CaseInsensitive);
+}
+
+} // namespace
+
+bool Recordset::Eof() const { return rows_.empty() || pos_ >= static_cast<int>(rows_.size()); }
+bool Recordset::Bof() const { return rows_.empty() || pos_ < 0; }
+
+void Recordset::MoveFirst()
+{
+    if (rows_.empty())
+        throw DbError(kNoCurrent, statement_);
+    pos_ = 0;
+    afterDelete_ = false;
+}
+
+void Recordset::MoveLast()
+{
+    if (rows_.empty())
+        throw DbError(kNoCurrent, statement_);
+    pos_ = static_cast<int>(rows_.size()) - 1;
+    afterDelete_ = false;
+}
+
+void Recordset::MoveNext()
+{
+    if (afterDelete_) { // the next row has already slid into place
+        afterDelete_ = false;
+        return;
+    }
+    if (Eof())
+        throw DbError(kNoCurrent, statement_);
+    ++pos_;
+}
+
+void Recordset::MovePrevious()
+{
+    afterDelete_ = false;
+    if (Bof())
+        throw DbError(kNoCurrent, statement_);
+    --pos_;
+}
+
+void Recordset::Move(int offset)
+{
+    if (rows_.empty())
+        throw DbError(kNoCurrent, statement_);
+    if (afterDelete_ && offset > 0)
+        --offset;
+    afterDelete_ = false;
+    const long long target = static_cast<long long>(pos_) + offset;
+    if (target < -1 || target > static_cast<long long>(rows_.size()))
+        throw DbError(kNoCurrent, statement_);
+    pos_ = static_cast<int>(target);
+}
+
+int Recordset::AbsolutePosition() const
+{
+    if (afterDelete_ || Eof() || Bof())
+        return -1;
+    return pos_;
+}
+
+void Recordset::SetAbsolutePosition(int position)
+{
+    if (position < 0 || position >= static_cast<int>(rows_.size()))
+        throw DbError(QStringLiteral("Argomento non valido."), statement_);
+    pos_ = position;
+    afterDelete_ = false;
+}
+
+bool Recordset::FindFirst(const QString& criteria)
+{
+    static const QRegularExpression re(QStringLiteral("^\\s*\\[?(\\w+)\\]?\\s*(<>|<=|>=|=|<|>)\\s*(.+?)\\s*$"));
+    const auto m = re.match(criteria);
+    if (!m.hasMatch())
+        throw DbError(QStringLiteral("Criterio non valido"), criteria);
+    const int col = column(m.captured(1));
+    const QString op = m.captured(2);
+    QString raw = m.captured(3);
+    QVariant target;
+    if (raw.size() >= 2 && (raw.startsWith('\'') || raw.startsWith('#')) && raw.endsWith(raw[0])) {
+        raw = raw.mid(1, raw.size() - 2);
+        const QDate d = num::ParseShortDate(raw);
+        target = d.isValid() ? QVariant(d) : QVariant(raw);
+    } else {
+        bool ok = false;
+        const double v = raw.toDouble(&ok);
+        if (!ok)
+            throw DbError(QStringLiteral("Criterio non valido"), criteria);
+        target = v;
+    }
+    for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
+        const QVariant& value = rows_[static_cast<std::size_t>(i)][static_cast<std::size_t>(col)];
+        if (value.isNull())
+            continue;
+        const int c = compareValues(value, target);
+        const bool hit = (op == QLatin1String("=") && c == 0) || (op == QLatin1String("<>") && c != 0)
+            || (op == QLatin1String("<") && c < 0) || (op == QLatin1String(">") && c > 0)
+            || (op == QLatin1String("<=") && c <= 0) || (op == QLatin1String(">=") && c >= 0);
+        if (hit) {
+            pos_ = i;
+            afterDelete_ = false;
+            noMatch_ = false;
+            return true;
+        }
+    }
+    noMatch_ = true;
+    return false;
+}
+
+QString Recordset::FieldName(int index) const
+{
+    if (!columns_ || index < 0 || index >= FieldCount())
+        throw DbError(QStringLiteral("Elemento non trovato in questo insieme."), statement_);
+    return (*columns_)[static_cast<std::size_t>(index)];
+}
+
+bool Recordset::HasField(const QString& name) const
+{
+    if (!columns_)
+        return false;
+    for (const QString& c : *columns_)
+        if (c.compare(name, Qt::CaseInsensitive) == 0)
+            return true;
+    return false;
+}
+
+int Recordset::column(const QString& name) const
+{
+    if (columns_) {
+        for (std::size_t i = 0; i < columns_->size(); ++i)
+            if ((*columns_)[i].compare(name, Qt::CaseInsensitive) == 0)
+                return static_cast<int>(i);
+    }
+    throw DbError(QStringLiteral("Elemento non trovato in questo insieme: ") + name, statement_);
+}
+
+void Recordset::requireCurrent() const
+{
+    if (afterDelete_ || Eof() || Bof())
+        throw DbError(kNoCurrent, statement_);
+}
+
+const std::vector<QVariant>& Recordset::current() const
+{
+    requireCurrent();
+    return rows_[static_cast<std::size_t>(pos_)];
+}
+
+QVariant Recordset::Field(const QString& name) const
+{
+    const int c = column(name);
+    if (editing_)
+        return buffer_[static_cast<std::size_t>(c)];
+    return current()[static_cast<std::size_t>(c)];
+}
+
+QVariant Recordset::Field(int index) const
+{
+    FieldName(index);
+    return current()[static_cast<std::size_t>(index)];
+}
+
+QString Recordset::Text(const QString& name) const { return num::Text(Field(name)); }
+
+double Recordset::Number(const QString& name) const
+{
+    const QVariant v = Field(name);
+    if (v.isNull())
+        return 0.0;
+    bool ok = false;
+    const double d = v.toDouble(&ok);
+    if (!ok)
+        throw DbError(QStringLiteral("Tipi non corrispondenti: ") + name, statement_);
+    return d;
+}
+
+void Recordset::Edit()
+{
+    if (!Updatable())
+        throw DbError(QStringLiteral("Impossibile aggiornare. Database o oggetto di sola lettura."), statement_);
+    buffer_ = current();
+    dirty_.assign(buffer_.size(), false);
+    editing_ = true;
+}
+
+void Recordset::SetField(const QString& name, const QVariant& value)
+{
+    if (!editing_)
+        throw DbError(QStringLiteral("Aggiornamento o CancelUpdate senza AddNew o Edit."), statement_);
+    const auto c = static_cast<std::size_t>(column(name));
+    buffer_[c] = value;
+    dirty_[c] = true;
+}
+
+void Recordset::CancelUpdate()
+{
+    editing_ = false;
+    buffer_.clear();
+    dirty_.clear();
+}
+
+void Recordset::Update()
+{
+    if (!editing_)
+        throw DbError(QStringLiteral("Aggiornamento o CancelUpdate senza AddNew o Edit."), statement_);
+    auto conn = conn_.lock();
+    if (!conn)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), statement_);
+    QStringList sets;
+    std::vector<std::size_t> changed;
+    for (std::size_t i = 0; i < dirty_.size(); ++i) {
+        if (dirty_[i]) {
+            sets << QStringLiteral("\"%1\" = ?").arg((*columns_)[i]);
+            changed.push_back(i);
+        }
+    }
+    if (!changed.empty()) {
+        const QString sql = QStringLiteral("UPDATE \"%1\" SET %2 WHERE rowid = ?").arg(table_, sets.join(", "));
+        sqlite3_stmt* st = nullptr;
+        const QByteArray u = sql.toUtf8();
+        if (sqlite3_prepare_v2(conn->db, u.constData(), -1, &st, nullptr) != SQLITE_OK)
+            conn->fail(sql);
+        int p = 1;
+        for (std::size_t i : changed) {
+            const QVariant& v = buffer_[i];
+            if (v.isNull() || !v.isValid()) {
+                sqlite3_bind_null(st, p);
+            } else if (v.typeId() == QMetaType::QDate) {
+                const QByteArray t = v.toDate().toString(Qt::ISODate).toUtf8();
+                sqlite3_bind_text(st, p, t.constData(), static_cast<int>(t.size()), SQLITE_TRANSIENT);
+            } else if (v.typeId() == QMetaType::Double || v.typeId() == QMetaType::Float) {
+                sqlite3_bind_double(st, p, v.toDouble());
+            } else if (v.typeId() == QMetaType::Int || v.typeId() == QMetaType::LongLong) {
+                sqlite3_bind_int64(st, p, v.toLongLong());
+            } else {
+                const QByteArray t = v.toString().toUtf8();
+                sqlite3_bind_text(st, p, t.constData(), static_cast<int>(t.size()), SQLITE_TRANSIENT);
+            }
+            ++p;
+        }
+        sqlite3_bind_int64(st, p, rowids_[static_cast<std::size_t>(pos_)]);
+        const int rc = sqlite3_step(st);
+        sqlite3_finalize(st);
+        if (rc != SQLITE_DONE)
+            conn->fail(sql);
+        ++conn->statementsRun;
+    }
+    rows_[static_cast<std::size_t>(pos_)] = buffer_;
+    CancelUpdate();
+}
+
+void Recordset::Delete()
+{
+    if (!Updatable())
+        throw DbError(QStringLiteral("Impossibile aggiornare. Database o oggetto di sola lettura."), statement_);
+    requireCurrent();
+    auto conn = conn_.lock();
+    if (!conn)
+        throw DbError(QStringLiteral("Oggetto non valido o non impostato."), statement_);
+    const QString sql = QStringLiteral("DELETE FROM \"%1\" WHERE rowid = ?").arg(table_);
+    sqlite3_stmt* st = nullptr;
+    if (sqlite3_prepare_v2(conn->db, sql.toUtf8().constData(), -1, &st, nullptr) != SQLITE_OK)
+        conn->fail(sql);
+    sqlite3_bind_int64(st, 1, rowids_[static_cast<std::size_t>(pos_)]);
+    const int rc = sqlite3_step(st);
+    sqlite3_finalize(st);
+    if (rc != SQLITE_DONE)
+        conn->fail(sql);
+    ++conn->statementsRun;
+    rows_.erase(rows_.begin() + pos_);
+    rowids_.erase(rowids_.begin() + pos_);
+    afterDelete_ = true;
+}
+
+} // namespace store

@@ -1,0 +1,74 @@
+#pragma once
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+namespace store {
+
+struct Connection;
+
+// A snapshot cursor: the rows as they were when it was opened.
+// On a cursor over one table, Edit/Update/Delete write through at once.
+class Recordset {
+public:
+    Recordset() = default;
+
+    bool Eof() const;
+    bool Bof() const;
+    int RecordCount() const { return static_cast<int>(rows_.size()); }
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    void Move(int offset);
+    // -1 with no current row.
+    int AbsolutePosition() const;
+    void SetAbsolutePosition(int position);
+
+    // Criteria of the form "Field op value", op one of = <> < > <= >=,
+    // value a number or a quoted text. Sets NoMatch.
+    bool FindFirst(const QString& criteria);
+    bool NoMatch() const { return noMatch_; }
+
+    int FieldCount() const { return static_cast<int>(columns_ ? columns_->size() : 0); }
+    QString FieldName(int index) const;
+    bool HasField(const QString& name) const;
+    // Field of the current row by name, without regard to case.
+    QVariant Field(const QString& name) const;
+    QVariant Field(int index) const;
+    QVariant operator[](const QString& name) const { return Field(name); }
+    // Text of a field as the original engine gave it (null as empty).
+    QString Text(const QString& name) const;
+    double Number(const QString& name) const;
+
+    bool Updatable() const { return !table_.isEmpty(); }
+    void Edit();
+    void SetField(const QString& name, const QVariant& value);
+    void Update();
+    void CancelUpdate();
+    void Delete();
+
+private:
+    friend class Database;
+    int column(const QString& name) const;
+    const std::vector<QVariant>& current() const;
+    void requireCurrent() const;
+
+    std::weak_ptr<Connection> conn_;
+    std::shared_ptr<const std::vector<QString>> columns_;
+    std::vector<std::vector<QVariant>> rows_;
+    std::vector<long long> rowids_;
+    QString table_;
+    QString statement_;
+    int pos_ = 0;
+    bool afterDelete_ = false;
+    bool noMatch_ = true;
+    bool editing_ = false;
+    std::vector<QVariant> buffer_;
+    std::vector<bool> dirty_;
+};
+
+} // namespace store

@@ -1,0 +1,181 @@
+#include "ledger/Replay.h"
+
+#include "support/Fixture.h"
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class ReplayTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        set.Open(folder.File("DataSet.qvd"));
+        // The profile of the worked example: 2 per thousand, at least 5.
+        set.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+        exe.Open(folder.NewPortfolio());
+    }
+    void replay()
+    {
+        ledger::RicalcolaPortafoglio(exe, set, [this](const QString& t) { messages << t; });
+    }
+    QStringList portafoglio() { return Rows(exe, "SELECT Cod, Qta, PzoCarico, Importo, Commissioni FROM Portafoglio ORDER BY Cod"); }
+    QStringList chiuse()
+    {
+        return Rows(exe, "SELECT Data, giornoDiSettimana, System, Cod, Titolo, PzoCarico, Qta, Prezzo, GP, GPPercentuale, "
+                         "Commissioni FROM OperazioniChiuse");
+    }
+    double contatore(const QString& cod)
+    {
+        return set.OpenRecordset("SELECT Contatore FROM Errori WHERE Cod = '" + cod + "'").Number("Contatore");
+    }
+
+    ProgramFolder folder;
+    store::Database set, exe;
+    QStringList messages;
+};
+
+} // namespace
+
+TEST_F(ReplayTest, WorkedExampleToTheLastDigit)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
+    AddTrade(exe, "15/01/2003", "Buy", "T2", "ENI", 100, 12, "NE");
+    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 50, 13, "EA", "Eni spa");
+    replay();
+
+    EXPECT_TRUE(messages.isEmpty());
+    // Load price (100*10 + 100*12)/200 = 11; the second buy's commission is dropped: 5 - 5*50/200 = 3.75.
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|150|11|1650|3,75"});
+    // GP 50*13 - 50*11 = 100; 2/11*100 = 18.18; commission max(1.3, 5) + 5*50/200 = 6.25; a Friday.
+    EXPECT_EQ(chiuse(), QStringList{"17/01/2003|6|T2|ENI|Eni spa|11|50|13|100|18,18|6,25"});
+    EXPECT_EQ(contatore("EA"), 2);
+    EXPECT_EQ(contatore("NE"), 1);
+
+    // Selling the rest closes the position with what is left of its commission.
+    AddTrade(exe, "20/01/2003", "sell", "T2", "ENI", 150, 9, "UR");
+    replay();
+    EXPECT_EQ(portafoglio(), QStringList{});
+    // GP 150*9 - 150*11 = -300; -2/11*100 = -18.18; max(2.7, 5) + 3.75 = 8.75; a Monday.
+    EXPECT_EQ(chiuse().last(), "20/01/2003|2|T2|ENI|ENI spa|11|150|9|-300|-18,18|8,75");
+
+    // Buying again after a full close opens a new position at the new price.
+    AddTrade(exe, "21/01/2003", "BUY", "T2", "ENI", 10, 20);
+    replay();
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|10|20|200|5"});
+    EXPECT_EQ(chiuse().size(), 2);
+    EXPECT_EQ(contatore("NE"), 2); // rebuilt from nothing, not added to the last replay
+}
+
+TEST_F(ReplayTest, PartialClosesRoundTheAmountToOneDecimal)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "FIAT", 3, 10);
+    AddTrade(exe, "14/01/2003", "Buy", "T2", "FIAT", 7, 10.05);
+    replay();
+    // (3*10 + 7*10.05)/10 = 10.035, amount unrounded.
+    EXPECT_EQ(portafoglio(), QStringList{"FIAT|10|10,035|100,35|5"});
+    AddTrade(exe, "15/01/2003", "Sell", "T2", "FIAT", 4, 11);
+    AddTrade(exe, "16/01/2003", "Sell", "T2", "FIAT", 5, 11);
+    replay();
+    // 10.035*1 -> 10.0 after the second partial close; commission 5 - 5*4/10 - 3*5/6 = 0.5.
+    EXPECT_EQ(portafoglio(), QStringList{"FIAT|1|10,035|10|0,5"});
+    const QStringList rows = chiuse();
+    ASSERT_EQ(rows.size(), 2);
+    // 4*11 - 4*10.035 = 3.86; share 5*4/10 = 2, commission max(0.088, 5) + 2.
+    EXPECT_EQ(rows[0], "15/01/2003|4|T2|FIAT|FIAT spa|10,035|4|11|3,86|9,62|7");
+    // The first partial close left 6 pieces, amount round(60.21, 1) = 60.2; share 3*5/6 = 2.5.
+    EXPECT_EQ(rows[1], "16/01/2003|5|T2|FIAT|FIAT spa|10,035|5|11|4,825|9,62|7,5");
+}
+
+TEST_F(ReplayTest, UnknownSystemCostsNothingAndUnknownErrorCountsNothing)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "NESSUNO", "TIM", 1000, 1, "ZZ");
+    AddTrade(exe, "14/01/2003", "Acquisto", "NESSUNO", "TIM", 400, 2, "ZZ"); // not "BUY": a sale
+    replay();
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(portafoglio(), QStringList{"TIM|600|1|600|0"});
+    EXPECT_EQ(chiuse(), QStringList{"14/01/2003|3|NESSUNO|TIM|TIM spa|1|400|2|400|100|0"});
+    for (const QString& row : Rows(set, "SELECT Contatore FROM Errori"))
+        EXPECT_EQ(row, "0");
+}
+
+TEST_F(ReplayTest, StoppingSalesLeaveWhatCameBeforeAndNothingAfter)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
+    AddTrade(exe, "14/01/2003", "Sell", "T2", "ENI", 150, 11, "UA"); // more than held
+    AddTrade(exe, "15/01/2003", "Buy", "T2", "FIAT", 10, 5, "EA");
+    replay();
+    EXPECT_EQ(messages, QStringList{"ENI disponibili solo 100 pezzi"});
+    // Commission max(3.3, 5) + 5*150/100 = 12.5.
+    // The closing row for the whole quantity stays, the position is untouched, the stopping sale isn't counted.
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|100|10|1000|5"});
+    EXPECT_EQ(chiuse(), QStringList{"14/01/2003|3|T2|ENI|ENI spa|10|150|11|150|10|12,5"});
+    EXPECT_EQ(contatore("EA"), 1);
+    EXPECT_EQ(contatore("UA"), 0);
+
+    // A sale dated before its buy; equal dates replay in record order.
+    exe.Execute("DELETE * FROM Eseguiti");
+    messages.clear();
+    AddTrade(exe, "10/01/2003", "Sell", "T2", "BPM", 10, 5);
+    AddTrade(exe, "10/01/2003", "Buy", "T2", "BPM", 10, 4);
+    replay();
+    EXPECT_EQ(messages, QStringList{"BPM e' stato venduto : 10/01/2003"});
+    EXPECT_EQ(portafoglio(), QStringList{});
+    EXPECT_EQ(chiuse(), QStringList{});
+
+    exe.Execute("DELETE * FROM Eseguiti");
+    messages.clear();
+    AddTrade(exe, "10/01/2003", "Buy", "T2", "BPM", 10, 4);
+    AddTrade(exe, "10/01/2003", "Sell", "T2", "BPM", 10, 5);
+    replay();
+    EXPECT_TRUE(messages.isEmpty());
+    EXPECT_EQ(chiuse().size(), 1);
+
+    // An empty ledger leaves both tables empty and every counter at 0.
+    exe.Execute("DELETE * FROM Eseguiti");
+    replay();
+    EXPECT_EQ(portafoglio(), QStringList{});
+    EXPECT_EQ(chiuse(), QStringList{});
+    EXPECT_EQ(contatore("NE"), 0);
+}
+
+TEST_F(ReplayTest, AFailingStatementChangesNoFile)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
+    replay();
+    ASSERT_EQ(contatore("EA"), 1);
+    const QStringList before = portafoglio();
+
+    // A first buy whose amount has decimals: written as is, its comma breaks the statement.
+    AddTrade(exe, "14/01/2003", "Buy", "T2", "ENEL", 3, 10.05, "EA");
+    EXPECT_THROW(replay(), store::DbError);
+    EXPECT_EQ(portafoglio(), before);
+    EXPECT_EQ(contatore("EA"), 1);
+
+    // A portfolio without one of its tables fails at the first statement that needs it.
+    exe.Execute("DELETE * FROM Eseguiti");
+    exe.Execute("DROP TABLE OperazioniChiuse");
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "NE");
+    EXPECT_THROW(replay(), store::DbError);
+    EXPECT_EQ(portafoglio(), before);
+    EXPECT_EQ(contatore("EA"), 1);
+
+    store::Database reopened;
+    reopened.Open(folder.File("DataSet.qvd"));
+    EXPECT_EQ(reopened.OpenRecordset("SELECT Contatore FROM Errori WHERE Cod = 'EA'").Number("Contatore"), 1);
+}
+
+TEST_F(ReplayTest, CountersFollowTheLastPortfolioReplayed)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
+    AddTrade(exe, "14/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
+    replay();
+    store::Database second;
+    second.Open(folder.NewPortfolio("secondo.qvp"));
+    AddTrade(second, "13/01/2003", "Buy", "T2", "TIM", 100, 1, "SL");
+    ledger::RicalcolaPortafoglio(second, set, {});
+    EXPECT_EQ(contatore("EA"), 0);
+    EXPECT_EQ(contatore("SL"), 1);
+}

@@ -1,0 +1,53 @@
+// An engine error inside a button's handler reaches the one catch in the
+// event dispatch, shows the report, ends the program, and leaves the file whole.
+#include "platform/FailureReport.h"
+#include "store/Database.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+TEST(FailureReport, EngineErrorInAButtonEndsInTheReportWithTheFileIntact)
+{
+    ProgramFolder folder;
+    const QString path = folder.NewPortfolio();
+    store::Database db;
+    db.Open(path);
+    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+
+    QPushButton cmd_Ok(QStringLiteral("Conferma"));
+    cmd_Ok.setObjectName(QStringLiteral("cmd_Ok"));
+    QObject::connect(&cmd_Ok, &QPushButton::clicked, [&db]() {
+        db.Execute(QStringLiteral("UPDATE Eseguiti SET Qta = 5 WHERE Cod = 'ENI'"));
+        db.Execute(QStringLiteral("UPDATE Eseguiti SET Prezzo = 'dieci,5' WHERE Cod = 'ENI'"));
+    });
+    cmd_Ok.show();
+
+    QString reportName, reportText;
+    WhenModal([&](QWidget* modal) {
+        reportName = modal->objectName();
+        if (auto* text = modal->findChild<QPlainTextEdit*>(QStringLiteral("txt_Errore")))
+            reportText = text->toPlainText();
+        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
+    QTimer::singleShot(0, &cmd_Ok, &QPushButton::click);
+    const int code = QApplication::exec();
+
+    EXPECT_EQ(code, 1);
+    EXPECT_EQ(reportName, "FailureReport");
+    EXPECT_TRUE(reportText.contains("UPDATE Eseguiti SET Prezzo = 'dieci,5' WHERE Cod = 'ENI'")) << reportText.toStdString();
+    EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
+
+    // Every statement before the failing one is on disk; the failing one left nothing.
+    db.Close();
+    store::Database reopened;
+    reopened.Open(path);
+    EXPECT_EQ(Rows(reopened, "PRAGMA integrity_check"), QStringList{"ok"});
+    EXPECT_EQ(Rows(reopened, "SELECT Cod, Qta, Prezzo FROM Eseguiti"), QStringList{"ENI|5|10"});
+}

@@ -1,0 +1,184 @@
+#include "store/Database.h"
+
+#include "support/Fixture.h"
+
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class DatabaseTest : public ::testing::Test {
+protected:
+    void SetUp() override { db.Open(folder.NewPortfolio()); }
+    ProgramFolder folder;
+    store::Database db;
+};
+
+} // namespace
+
+TEST_F(DatabaseTest, OpenRefusesMissingFilesAndFilesThatAreNoDatabase)
+{
+    store::Database other;
+    EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
+    EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
+
+    QFile text(folder.File("testo.qvp"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
+    text.close();
+    const QByteArray before = FileBytes(text.fileName());
+    EXPECT_THROW(other.Open(text.fileName()), store::DbError);
+    EXPECT_EQ(FileBytes(text.fileName()), before);
+}
+
+TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
+{
+    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    AddTrade(db, "15/01/2003", "Buy", "DAY", "FIAT", 50, 8);
+    AddTrade(db, "17/01/2003", "Sell", "DAY", "ENI", 40, 11);
+
+    store::Recordset rs = db.OpenRecordset("SELECT *  FROM Eseguiti ORDER BY Data");
+    ASSERT_EQ(rs.RecordCount(), 3);
+    EXPECT_FALSE(rs.Bof());
+    EXPECT_EQ(rs.AbsolutePosition(), 0);
+    EXPECT_EQ(rs.Field("cod").toString(), "FIAT"); // names without regard to case
+    EXPECT_EQ(rs.Field("Data").toDate(), QDate(2003, 1, 15));
+    rs.MoveNext();
+    EXPECT_EQ(rs.Text("Tipo"), "Buy"); // equal dates in record order
+    rs.MoveNext();
+    EXPECT_EQ(rs.Text("Tipo"), "Sell");
+    rs.MoveNext();
+    EXPECT_TRUE(rs.Eof());
+    EXPECT_EQ(rs.AbsolutePosition(), -1);
+    EXPECT_THROW(rs.MoveNext(), store::DbError);
+    EXPECT_THROW(rs.Field("Cod"), store::DbError);
+    rs.MovePrevious();
+    EXPECT_EQ(rs.Text("Tipo"), "Sell");
+    rs.MoveFirst();
+    rs.Move(2);
+    EXPECT_EQ(rs.AbsolutePosition(), 2);
+    rs.Move(-2);
+    EXPECT_EQ(rs.Text("Cod"), "FIAT");
+    rs.MovePrevious();
+    EXPECT_TRUE(rs.Bof());
+
+    EXPECT_TRUE(rs.FindFirst("Cod = 'eni'"));
+    EXPECT_EQ(rs.AbsolutePosition(), 1);
+    EXPECT_TRUE(rs.FindFirst("Qta < 45"));
+    EXPECT_EQ(rs.Text("Tipo"), "Sell");
+    EXPECT_FALSE(rs.FindFirst("ID = 99"));
+    EXPECT_TRUE(rs.NoMatch());
+    EXPECT_THROW(rs.Field("Nessuno"), store::DbError);
+
+    // Rows added later are not seen.
+    AddTrade(db, "18/01/2003", "Buy", "DAY", "TIM", 1, 1);
+    EXPECT_EQ(rs.RecordCount(), 3);
+
+    store::Recordset empty = db.OpenRecordset("SELECT * FROM Conto");
+    EXPECT_TRUE(empty.Eof());
+    EXPECT_TRUE(empty.Bof());
+    EXPECT_EQ(empty.RecordCount(), 0);
+    EXPECT_EQ(empty.AbsolutePosition(), -1);
+}
+
+TEST_F(DatabaseTest, EditUpdateAndDeleteWriteThroughAtOnce)
+{
+    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    AddTrade(db, "18/01/2003", "Buy", "DAY", "FIAT", 50, 8);
+    store::Recordset rs = db.OpenRecordset("SELECT * FROM Eseguiti ORDER BY Data");
+    ASSERT_TRUE(rs.Updatable());
+    rs.Edit();
+    rs.SetField("qta", 120.0);
+    rs.SetField("Data", QDate(2003, 1, 16));
+    rs.Update();
+    EXPECT_EQ(rs.Number("Qta"), 120);
+    EXPECT_EQ(Rows(db, "SELECT Data, Qta FROM Eseguiti WHERE Cod = 'ENI'"), QStringList{"16/01/2003|120"});
+
+    rs.Delete();
+    EXPECT_EQ(rs.AbsolutePosition(), -1);
+    EXPECT_THROW(rs.Field("Cod"), store::DbError);
+    rs.MoveNext();
+    EXPECT_EQ(rs.Text("Cod"), "FIAT");
+    EXPECT_EQ(rs.RecordCount(), 1);
+    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), QStringList{"FIAT"});
+
+    EXPECT_THROW(rs.SetField("Qta", 1.0), store::DbError); // no Edit first
+    store::Recordset summed = db.OpenRecordset("SELECT Sum(Qta) AS Q FROM Eseguiti");
+    EXPECT_FALSE(summed.Updatable());
+    EXPECT_THROW(summed.Edit(), store::DbError);
+}
+
+TEST_F(DatabaseTest, RefusedStatementsLeaveNoHalfRowAndCarryTheirText)
+{
+    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    const QStringList refused = {
+        // A decimal comma left in a value: one value too many.
+        "INSERT INTO Portafoglio (System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni)VALUES ('DAY','ENI','Eni',100,10,1000,5,5)",
+        // A lone comma where a number goes.
+        "UPDATE Eseguiti SET Qta = ',' WHERE Cod = 'ENI'",
+        // An apostrophe in a title.
+        "INSERT INTO Eseguiti (Titolo) VALUES ('Banca d'Italia')",
+        "INSERT INTO Eseguiti (Data) VALUES ('31/02/2003')",
+        "DELETE * FROM Tabella",
+    };
+    for (const QString& sql : refused) {
+        try {
+            db.Execute(sql);
+            ADD_FAILURE() << "accepted: " << sql.toStdString();
+        } catch (const store::DbError& e) {
+            EXPECT_EQ(e.Statement(), sql);
+        }
+    }
+    EXPECT_EQ(Rows(db, "SELECT Cod, Qta FROM Eseguiti"), QStringList{"ENI|100"});
+    EXPECT_EQ(Rows(db, "SELECT * FROM Portafoglio"), QStringList{});
+
+    // What the engine converts goes in converted.
+    db.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('01/02/2004','Versamento','10.5','.')");
+    EXPECT_EQ(Rows(db, "SELECT Data, Importo FROM Conto"), QStringList{"01/02/2004|10,5"});
+}
+
+TEST_F(DatabaseTest, TransactionRollsBackUnlessCommittedAndDropsTwoTables)
+{
+    {
+        store::Transaction tx(db);
+        AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+        {
+            store::Transaction inner(db);
+            AddTrade(db, "18/01/2003", "Buy", "DAY", "FIAT", 1, 1);
+            inner.Commit();
+        }
+    } // not committed
+    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), QStringList{});
+    {
+        store::Transaction tx(db);
+        AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+        tx.Commit();
+    }
+    db.Close();
+    db.Open(folder.File("prova.qvp"));
+    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+
+    db.Execute("DROP TABLE EseguitiTemp, EseguitiBackup");
+    EXPECT_THROW(db.Execute("DELETE * FROM EseguitiTemp"), store::DbError);
+    EXPECT_THROW(db.Execute("DROP TABLE Conto, Manca"), store::DbError);
+    db.Execute("DELETE * FROM Conto"); // the failed double drop took back its first half
+}
+
+TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
+{
+    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    const QString from = db.Path();
+    db.Close();
+    const QString to = folder.File("copia con spazi e l'apostrofo.qvp");
+    QFile junk(to);
+    ASSERT_TRUE(junk.open(QIODevice::WriteOnly));
+    junk.write("vecchio");
+    junk.close();
+    store::Database::CopyFile(from, to);
+    store::Database copy;
+    copy.Open(to);
+    EXPECT_EQ(Rows(copy, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+}

@@ -1,0 +1,91 @@
+// The statements as the windows write them, and what SQLite is given.
+#include "store/Dialect.h"
+
+#include <gtest/gtest.h>
+
+using store::ToSqlite;
+
+namespace {
+QStringList columnsOfEseguiti(const QString&)
+{
+    return {"ID", "Data", "Tipo", "System", "Cod", "Titolo", "Qta", "Prezzo", "Importo", "Errore", "PrezzoOttimale"};
+}
+} // namespace
+
+TEST(Dialect, DeleteStarAndDoubleDropBecomeSqlite)
+{
+    EXPECT_EQ(ToSqlite("DELETE * FROM Portafoglio"), QStringList{"DELETE FROM Portafoglio"});
+    EXPECT_EQ(ToSqlite("DELETE * FROM Portafoglio WHERE Cod = 'ENI'"),
+              QStringList{"DELETE FROM Portafoglio WHERE Cod = 'ENI'"});
+    EXPECT_EQ(ToSqlite("DROP TABLE Eseguiti, OperazioniChiuse"),
+              (QStringList{"DROP TABLE Eseguiti", "DROP TABLE OperazioniChiuse"}));
+}
+
+TEST(Dialect, ShortDatesBecomeStoredDatesOnlyWhereTheyGoIntoADateColumn)
+{
+    // Closing row: no blank before VALUES, date first.
+    EXPECT_EQ(ToSqlite("INSERT INTO OperazioniChiuse (Data ,giornoDiSettimana ,System , Cod, Titolo,"
+                       "PzoCarico , Qta, Prezzo, GP , GPPercentuale, Commissioni)VALUES ('17/01/2003',6,'DAY','ENI','Eni',"
+                       "11,50,13,100,18.18,6.25)"),
+              QStringList{"INSERT INTO OperazioniChiuse (Data ,giornoDiSettimana ,System , Cod, Titolo,"
+                          "PzoCarico , Qta, Prezzo, GP , GPPercentuale, Commissioni)VALUES ('2003-01-17',6,'DAY','ENI','Eni',"
+                          "11,50,13,100,18.18,6.25)"});
+    // A short date in a text column stays text.
+    EXPECT_EQ(ToSqlite("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('01/02/2004','Versamento','10.5','01/02/2004')"),
+              QStringList{"INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('2004-02-01','Versamento','10.5','01/02/2004')"});
+    // Without a column list the table's own order decides.
+    EXPECT_EQ(ToSqlite("INSERT INTO Eseguiti VALUES (1,'3/4/2005','Buy','DAY','X','X',1,1,1,'NE',1)", columnsOfEseguiti),
+              QStringList{"INSERT INTO Eseguiti VALUES (1,'2005-04-03','Buy','DAY','X','X',1,1,1,'NE',1)"});
+    EXPECT_EQ(ToSqlite("UPDATE Eseguiti SET Data = '05/06/2007', Tipo ='Sell'  WHERE ID = 12"),
+              QStringList{"UPDATE Eseguiti SET Data = '2007-06-05', Tipo ='Sell'  WHERE ID = 12"});
+    // Not a date: left for the engine to refuse.
+    EXPECT_EQ(ToSqlite("UPDATE Eseguiti SET Data = '31/02/2007'"), QStringList{"UPDATE Eseguiti SET Data = '31/02/2007'"});
+}
+
+TEST(Dialect, WhatSqliteAcceptsPassesUnchanged)
+{
+    const QStringList same = {
+        "SELECT  * FROM Settaggi",
+        "SELECT Data  FROM Eseguiti",
+        "UPDATE Errori SET  Contatore = 3 WHERE Cod ='NE'",
+        "SELECT Sum([GP])AS Totale FROM OperazioniChiuse",
+        "SELECT * FROM Errori WHERE False",
+        "INSERT INTO Errori SELECT * FROM ErroriDefault",
+        "SELECT DISTINCT Cod FROM Eseguiti ORDER BY Cod",
+        "SELECT Cod, Sum(GP) AS T FROM OperazioniChiuse GROUP BY Cod ORDER BY Cod",
+    };
+    for (const QString& sql : same)
+        EXPECT_EQ(ToSqlite(sql), QStringList{sql}) << sql.toStdString();
+}
+
+TEST(Dialect, OrderedSingleTableSelectsKeepRecordOrderForTies)
+{
+    EXPECT_EQ(ToSqlite("SELECT *  FROM Eseguiti ORDER BY Data"), QStringList{"SELECT *  FROM Eseguiti ORDER BY Data, rowid"});
+    EXPECT_EQ(ToSqlite("SELECT  * FROM Errori ORDER BY Contatore DESC"),
+              QStringList{"SELECT  * FROM Errori ORDER BY Contatore DESC, rowid"});
+}
+
+TEST(Dialect, LiteralsAreLiftedSoShapesAreShared)
+{
+    const store::Lifted a = store::LiftLiterals("SELECT *  FROM portafoglio where Cod = 'ENI'");
+    const store::Lifted b = store::LiftLiterals("SELECT *  FROM portafoglio where Cod = 'FIAT'");
+    EXPECT_EQ(a.shape, b.shape);
+    ASSERT_EQ(a.params.size(), 1u);
+    EXPECT_EQ(a.params[0].text, "ENI");
+
+    const store::Lifted n = store::LiftLiterals("UPDATE Portafoglio SET Qta = 150,Importo =1650.5 WHERE Cod ='X' AND Icone32 = 1e3");
+    EXPECT_EQ(n.shape, "UPDATE Portafoglio SET Qta = ?,Importo =? WHERE Cod =? AND Icone32 = ?");
+    ASSERT_EQ(n.params.size(), 4u);
+    EXPECT_EQ(n.params[0].kind, store::Literal::Kind::Integer);
+    EXPECT_EQ(n.params[1].kind, store::Literal::Kind::Real);
+    EXPECT_EQ(n.params[3].kind, store::Literal::Kind::Real);
+
+    // An apostrophe inside a title breaks the text: nothing is lifted, the engine refuses it as written.
+    const QString broken = "INSERT INTO Portafoglio (Titolo)VALUES ('Banca d'Italia')";
+    EXPECT_EQ(store::LiftLiterals(broken).shape, broken);
+    const QString open = "SELECT * FROM x WHERE a = 'abc";
+    EXPECT_EQ(store::LiftLiterals(open).shape, open);
+    // Column numbers of ORDER BY are not values.
+    EXPECT_EQ(store::LiftLiterals("SELECT Cod, Qta FROM Portafoglio ORDER BY 2").shape,
+              "SELECT Cod, Qta FROM Portafoglio ORDER BY 2");
+}

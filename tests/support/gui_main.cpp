@@ -1,0 +1,13 @@
+// Test entry for window tests: our application class, so failures reach the report.
+#include "platform/FailureReport.h"
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
+    platform::Application app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quorvel"));
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
