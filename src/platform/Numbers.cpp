@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -38,8 +39,11 @@ QString formatWith(double value, QChar decimal)
         mant.replace('.', decimal);
         return mant + 'E' + sign + exp;
     }
-    std::snprintf(buf, sizeof buf, "%.15g", value);
-    QString s = QString::fromLatin1(buf);
+    // Whole numbers are the common case in statements; they need no formatting work.
+    if (mag < 1e15 && value == std::trunc(value))
+        return QString::number(static_cast<long long>(value));
+    const auto res = std::to_chars(buf, buf + sizeof buf, value, std::chars_format::general, 15);
+    QString s = QString::fromLatin1(buf, static_cast<int>(res.ptr - buf));
     if (s.contains('e')) {
         // %g chose an exponent for a value we write out in full.
         const int digitsBefore = static_cast<int>(std::floor(std::log10(mag))) + 1;
@@ -132,16 +136,39 @@ std::optional<double> Parse(const QString& text)
 
 QString DateText(const QDate& date)
 {
-    return date.isValid() ? date.toString(QStringLiteral("dd/MM/yyyy")) : QString();
+    if (!date.isValid())
+        return {};
+    int y = 0, m = 0, d = 0;
+    date.getDate(&y, &m, &d);
+    if (y < 1000 || y > 9999)
+        return date.toString(QStringLiteral("dd/MM/yyyy"));
+    const char16_t text[10] = {char16_t('0' + d / 10), char16_t('0' + d % 10), '/', char16_t('0' + m / 10),
+                               char16_t('0' + m % 10), '/', char16_t('0' + y / 1000), char16_t('0' + y / 100 % 10),
+                               char16_t('0' + y / 10 % 10), char16_t('0' + y % 10)};
+    return QString(reinterpret_cast<const QChar*>(text), 10);
 }
 
-QDate ParseShortDate(const QString& text)
+QDate ParseShortDate(QStringView text)
 {
-    static const QRegularExpression re(QStringLiteral("^(\\d{1,2})/(\\d{1,2})/(\\d{4})$"));
-    const auto m = re.match(text.trimmed());
-    if (!m.hasMatch())
+    // d/m/yyyy or dd/mm/yyyy, by hand: this runs for every date of a replay.
+    const QStringView t = text.trimmed();
+    int parts[3] = {0, 0, 0};
+    int digits[3] = {0, 0, 0};
+    int part = 0;
+    for (const QChar c : t) {
+        if (c == '/') {
+            if (++part > 2)
+                return {};
+        } else if (c >= '0' && c <= '9') {
+            parts[part] = parts[part] * 10 + (c.unicode() - '0');
+            ++digits[part];
+        } else {
+            return {};
+        }
+    }
+    if (part != 2 || digits[0] < 1 || digits[0] > 2 || digits[1] < 1 || digits[1] > 2 || digits[2] != 4)
         return {};
-    return QDate(m.captured(3).toInt(), m.captured(2).toInt(), m.captured(1).toInt());
+    return QDate(parts[2], parts[1], parts[0]);
 }
 
 int Weekday(const QDate& date)

@@ -43,7 +43,7 @@ std::optional<double> Parse(const QString& text);
 // Italian short date dd/mm/yyyy.
 QString DateText(const QDate& date);
 // Accepts d/m/yyyy and dd/mm/yyyy; an invalid QDate otherwise.
-QDate ParseShortDate(const QString& text);
+QDate ParseShortDate(QStringView text);
 // Weekday with Sunday = 1 ... Saturday = 7.
 int Weekday(const QDate& date);
 

@@ -8,6 +8,7 @@
 
 #include <sqlite3.h>
 
+#include <memory>
 #include <vector>
 
 namespace store {
@@ -16,12 +17,16 @@ struct PreparedShape {
     std::vector<sqlite3_stmt*> stmts;
     std::vector<bool> dateParams;
     QString table; // non-empty when the cursor can write through (first column is the rowid)
+    // Filled at the first cursor over this shape.
+    std::shared_ptr<const std::vector<QString>> names;
+    std::vector<bool> dateColumns;
 };
 
 struct Connection {
     sqlite3* db = nullptr;
     QString path;
-    QHash<QString, PreparedShape> cache;
+    QHash<QString, PreparedShape> cache;       // statements run by Execute
+    QHash<QString, PreparedShape> cursorCache; // statements behind a Recordset
     QHash<QString, QStringList> columns;
     int savepoints = 0;
     long long statementsRun = 0;

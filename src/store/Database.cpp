@@ -38,12 +38,20 @@ Connection::~Connection()
         sqlite3_close_v2(db);
 }
 
-void Connection::clearCache()
+namespace {
+void finalizeAll(QHash<QString, PreparedShape>& shapes)
 {
-    for (auto& shape : cache)
+    for (auto& shape : shapes)
         for (sqlite3_stmt* s : shape.stmts)
             sqlite3_finalize(s);
-    cache.clear();
+    shapes.clear();
+}
+} // namespace
+
+void Connection::clearCache()
+{
+    finalizeAll(cache);
+    finalizeAll(cursorCache);
     columns.clear();
 }
 
@@ -71,15 +79,12 @@ QStringList Connection::columnsOf(const QString& table)
 
 PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QString& original)
 {
-    const QString key = (cursor ? QStringLiteral("R:") : QStringLiteral("X:")) + lifted.shape;
-    if (auto it = cache.find(key); it != cache.end())
+    QHash<QString, PreparedShape>& shapes = cursor ? cursorCache : cache;
+    const QString& key = lifted.shape;
+    if (auto it = shapes.find(key); it != shapes.end())
         return *it;
-    if (cache.size() >= kCacheLimit) {
-        for (auto& shape : cache)
-            for (sqlite3_stmt* s : shape.stmts)
-                sqlite3_finalize(s);
-        cache.clear();
-    }
+    if (shapes.size() >= kCacheLimit)
+        finalizeAll(shapes);
 
     QString shapeText = lifted.shape;
     QString table;
@@ -119,7 +124,7 @@ PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QStr
                     }
                     ro.stmts.push_back(st2);
                 }
-                return *cache.insert(key, ro);
+                return *shapes.insert(key, ro);
             }
             for (sqlite3_stmt* s : shape.stmts)
                 sqlite3_finalize(s);
@@ -128,15 +133,37 @@ PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QStr
         if (st)
             shape.stmts.push_back(st);
     }
-    return *cache.insert(key, shape);
+    return *shapes.insert(key, shape);
 }
+
+namespace {
+// Plain ASCII texts (codes, systems, most titles) skip the UTF-8 conversion buffer.
+int bindText(sqlite3_stmt* st, int index, QStringView text)
+{
+    char buf[256];
+    if (text.size() <= static_cast<qsizetype>(sizeof buf)) {
+        bool ascii = true;
+        for (qsizetype k = 0; k < text.size(); ++k) {
+            const char16_t u = text[k].unicode();
+            if (u >= 128) {
+                ascii = false;
+                break;
+            }
+            buf[k] = static_cast<char>(u);
+        }
+        if (ascii)
+            return sqlite3_bind_text(st, index, buf, static_cast<int>(text.size()), SQLITE_TRANSIENT);
+    }
+    const QByteArray u = text.toUtf8();
+    return sqlite3_bind_text(st, index, u.constData(), static_cast<int>(u.size()), SQLITE_TRANSIENT);
+}
+} // namespace
 
 void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original) const
 {
     int p = 0;
     for (sqlite3_stmt* st : shape.stmts) {
         sqlite3_reset(st);
-        sqlite3_clear_bindings(st);
         const int count = sqlite3_bind_parameter_count(st);
         for (int i = 1; i <= count; ++i, ++p) {
             if (p >= static_cast<int>(lifted.params.size()))
@@ -145,16 +172,17 @@ void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QS
             int rc = SQLITE_OK;
             switch (lit.kind) {
             case Literal::Kind::Text: {
-                const QString v = shape.dateParams[static_cast<std::size_t>(p)] ? DateParamValue(lit.text) : lit.text;
-                const QByteArray u = v.toUtf8();
-                rc = sqlite3_bind_text(st, i, u.constData(), static_cast<int>(u.size()), SQLITE_TRANSIENT);
+                if (shape.dateParams[static_cast<std::size_t>(p)])
+                    rc = bindText(st, i, DateParamValue(lit.text()));
+                else
+                    rc = bindText(st, i, lit.text());
                 break;
             }
             case Literal::Kind::Integer:
-                rc = sqlite3_bind_int64(st, i, lit.text.toLongLong());
+                rc = sqlite3_bind_int64(st, i, lit.integer);
                 break;
             case Literal::Kind::Real:
-                rc = sqlite3_bind_double(st, i, lit.text.toDouble());
+                rc = sqlite3_bind_double(st, i, lit.real);
                 break;
             }
             if (rc != SQLITE_OK)
@@ -181,7 +209,7 @@ void Database::Open(const QString& path)
     Close();
     auto conn = std::make_shared<Connection>();
     conn->path = path;
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &conn->db, SQLITE_OPEN_READWRITE, nullptr);
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &conn->db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         const QString msg = conn->db ? QString::fromUtf8(sqlite3_errmsg(conn->db)) : QStringLiteral("out of memory");
         throw DbError(msg + QStringLiteral(": ") + path, QString(), rc);
@@ -245,13 +273,16 @@ Recordset Database::OpenRecordset(const QString& sql)
     rs.table_ = shape.table;
     const int first = shape.table.isEmpty() ? 0 : 1;
     const int n = sqlite3_column_count(st);
-    auto names = std::make_shared<std::vector<QString>>();
-    std::vector<bool> isDate;
-    for (int c = first; c < n; ++c) {
-        names->push_back(QString::fromUtf8(sqlite3_column_name(st, c)));
-        isDate.push_back(IsDateColumn(names->back()));
+    if (!shape.names) {
+        auto names = std::make_shared<std::vector<QString>>();
+        for (int c = first; c < n; ++c) {
+            names->push_back(QString::fromUtf8(sqlite3_column_name(st, c)));
+            shape.dateColumns.push_back(IsDateColumn(names->back()));
+        }
+        shape.names = names;
     }
-    rs.columns_ = names;
+    rs.columns_ = shape.names;
+    const std::vector<bool>& isDate = shape.dateColumns;
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
         if (first)

@@ -9,7 +9,7 @@ namespace store {
 class DbError : public platform::Failure {
 public:
     DbError(const QString& message, const QString& statement, int code = 0)
-        : platform::Failure((message + (statement.isEmpty() ? QString() : "\n" + statement)).toStdString()),
+        : platform::Failure(QString(message + (statement.isEmpty() ? QString() : QString("\n" + statement))).toStdString()),
           message_(message), statement_(statement), code_(code)
     {
     }

@@ -4,12 +4,25 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <charconv>
+
 namespace store {
 
 namespace {
 
-bool isIdentStart(QChar c) { return c.isLetter() || c == '_'; }
-bool isIdentChar(QChar c) { return c.isLetterOrNumber() || c == '_' || c == '$'; }
+bool isAsciiLetter(char16_t u) { return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z'); }
+bool isAsciiDigit(char16_t u) { return u >= '0' && u <= '9'; }
+bool isIdentStart(QChar c)
+{
+    const char16_t u = c.unicode();
+    return isAsciiLetter(u) || u == '_' || (u > 127 && c.isLetter());
+}
+bool isIdentChar(QChar c)
+{
+    const char16_t u = c.unicode();
+    return isAsciiLetter(u) || isAsciiDigit(u) || u == '_' || u == '$' || (u > 127 && c.isLetterOrNumber());
+}
 
 QString firstWord(const QString& sql)
 {
@@ -88,10 +101,17 @@ bool IsDateColumn(const QString& column)
     return column.compare(QLatin1String("Data"), Qt::CaseInsensitive) == 0;
 }
 
-QString DateParamValue(const QString& text)
+QString DateParamValue(QStringView text)
 {
-    const QDate d = num::ParseShortDate(text);
-    return d.isValid() ? d.toString(Qt::ISODate) : text;
+    const QDate date = num::ParseShortDate(text);
+    if (!date.isValid())
+        return text.toString();
+    int y = 0, m = 0, d = 0;
+    date.getDate(&y, &m, &d);
+    const char16_t iso[10] = {char16_t('0' + y / 1000), char16_t('0' + y / 100 % 10), char16_t('0' + y / 10 % 10),
+                              char16_t('0' + y % 10), '-', char16_t('0' + m / 10), char16_t('0' + m % 10), '-',
+                              char16_t('0' + d / 10), char16_t('0' + d % 10)};
+    return QString(reinterpret_cast<const QChar*>(iso), 10);
 }
 
 Lifted LiftLiterals(const QString& sql)
@@ -104,88 +124,107 @@ Lifted LiftLiterals(const QString& sql)
 
     Lifted out;
     out.shape.reserve(sql.size());
+    out.params.reserve(12);
     bool liftNumbers = true; // ORDER BY 2 and LIMIT must stay literal
     const int n = static_cast<int>(sql.size());
+    const QChar* d = sql.constData();
+    int copied = 0; // text before this index is already in the shape
+    auto flush = [&](int upTo) {
+        out.shape.append(d + copied, upTo - copied);
+    };
     int i = 0;
     while (i < n) {
-        const QChar c = sql[i];
+        const QChar c = d[i];
         if (c == '\'') {
-            QString text;
             int j = i + 1;
             bool closed = false;
+            bool doubled = false;
             while (j < n) {
-                if (sql[j] == '\'') {
-                    if (j + 1 < n && sql[j + 1] == '\'') {
-                        text += '\'';
+                if (d[j] == '\'') {
+                    if (j + 1 < n && d[j + 1] == '\'') {
+                        doubled = true;
                         j += 2;
                         continue;
                     }
                     closed = true;
                     break;
                 }
-                text += sql[j++];
+                ++j;
             }
             if (!closed) // broken text: let the engine refuse it as written
                 return {sql, {}};
-            out.params.push_back({Literal::Kind::Text, text});
+            Literal lit{Literal::Kind::Text, QStringView(d + i + 1, j - i - 1), {}};
+            if (doubled)
+                lit.unescaped = lit.view.toString().replace(QLatin1String("''"), QLatin1String("'"));
+            flush(i);
             out.shape += '?';
+            out.params.push_back(std::move(lit));
             i = j + 1;
+            copied = i;
         } else if (c == '[' || c == '"' || c == '`') {
             const QChar close = c == '[' ? QChar(']') : c;
-            const int j = sql.indexOf(close, i + 1);
+            const int j = static_cast<int>(sql.indexOf(close, i + 1));
             if (j < 0)
                 return {sql, {}};
-            out.shape += sql.mid(i, j - i + 1);
             i = j + 1;
         } else if (isIdentStart(c)) {
             int j = i;
-            while (j < n && isIdentChar(sql[j]))
+            while (j < n && isIdentChar(d[j]))
                 ++j;
-            const QString word = sql.mid(i, j - i);
-            if (word.compare(QLatin1String("BY"), Qt::CaseInsensitive) == 0
-                || word.compare(QLatin1String("LIMIT"), Qt::CaseInsensitive) == 0)
-                liftNumbers = false;
-            out.shape += word;
+            if (j - i <= 5) {
+                const QStringView word(d + i, j - i);
+                if (word.compare(QLatin1String("BY"), Qt::CaseInsensitive) == 0
+                    || word.compare(QLatin1String("LIMIT"), Qt::CaseInsensitive) == 0)
+                    liftNumbers = false;
+            }
             i = j;
-        } else if (liftNumbers && (c.isDigit() || (c == '.' && i + 1 < n && sql[i + 1].isDigit()))) {
+        } else if (liftNumbers && (isAsciiDigit(c.unicode()) || (c == '.' && i + 1 < n && isAsciiDigit(d[i + 1].unicode())))) {
             int j = i;
             bool real = false;
-            while (j < n && sql[j].isDigit())
+            while (j < n && isAsciiDigit(d[j].unicode()))
                 ++j;
-            if (j < n && sql[j] == '.') {
+            if (j < n && d[j] == '.') {
                 real = true;
                 ++j;
-                while (j < n && sql[j].isDigit())
+                while (j < n && isAsciiDigit(d[j].unicode()))
                     ++j;
             }
-            if (j < n && (sql[j] == 'e' || sql[j] == 'E')) {
+            if (j < n && (d[j] == 'e' || d[j] == 'E')) {
                 int k = j + 1;
-                if (k < n && (sql[k] == '+' || sql[k] == '-'))
+                if (k < n && (d[k] == '+' || d[k] == '-'))
                     ++k;
-                if (k < n && sql[k].isDigit()) {
+                if (k < n && isAsciiDigit(d[k].unicode())) {
                     real = true;
                     j = k;
-                    while (j < n && sql[j].isDigit())
+                    while (j < n && isAsciiDigit(d[j].unicode()))
                         ++j;
                 }
             }
-            if (j < n && isIdentStart(sql[j])) { // 1abc: not a number token
-                out.shape += sql.mid(i, j - i);
+            if (j < n && isIdentStart(d[j])) { // 1abc: not a number token
                 i = j;
                 continue;
             }
-            const QString text = sql.mid(i, j - i);
-            bool fits = false;
-            if (!real)
-                text.toLongLong(&fits);
-            out.params.push_back({real || !fits ? Literal::Kind::Real : Literal::Kind::Integer, text});
+            Literal lit{Literal::Kind::Integer, QStringView(d + i, j - i), {}};
+            char buf[64];
+            const int len = std::min(j - i, static_cast<int>(sizeof buf));
+            for (int k = 0; k < len; ++k)
+                buf[k] = static_cast<char>(d[i + k].unicode());
+            const auto parsed = real ? std::from_chars_result{buf, std::errc::invalid_argument}
+                                     : std::from_chars(buf, buf + len, lit.integer);
+            if (real || parsed.ec != std::errc()) {
+                lit.kind = Literal::Kind::Real;
+                std::from_chars(buf, buf + len, lit.real);
+            }
+            flush(i);
             out.shape += '?';
+            out.params.push_back(std::move(lit));
             i = j;
+            copied = i;
         } else {
-            out.shape += c;
             ++i;
         }
     }
+    flush(n);
     return out;
 }
 
@@ -258,11 +297,11 @@ QStringList ToSqlite(const QString& sql, const ColumnsOf& columnsOf)
             if (c == '?' && p < lifted.params.size()) {
                 const Literal& lit = lifted.params[p];
                 if (lit.kind == Literal::Kind::Text) {
-                    QString v = t.dateParams[p] ? DateParamValue(lit.text) : lit.text;
+                    QString v = t.dateParams[p] ? DateParamValue(lit.text()) : lit.text().toString();
                     v.replace('\'', QLatin1String("''"));
                     s += '\'' + v + '\'';
                 } else {
-                    s += lit.text;
+                    s += lit.view;
                 }
                 ++p;
             } else {

@@ -12,7 +12,13 @@ namespace store {
 struct Literal {
     enum class Kind { Text, Integer, Real };
     Kind kind;
-    QString text; // Text: without quotes, '' already undone
+    // The literal as written, a view into the statement (valid while it lives);
+    // for a text, without its quotes.
+    QStringView view;
+    QString unescaped; // a text that had '' in it, with them undone
+    long long integer = 0;
+    double real = 0.0;
+    QStringView text() const { return unescaped.isNull() ? view : QStringView(unescaped); }
 };
 
 // A statement with its literals lifted into ? parameters, so that statements
@@ -39,6 +45,6 @@ QStringList ToSqlite(const QString& sql, const ColumnsOf& columnsOf = {});
 // Dates live in columns named Data, stored as YYYY-MM-DD.
 bool IsDateColumn(const QString& column);
 // '17/01/2003' -> '2003-01-17' when the text is a short date; otherwise unchanged.
-QString DateParamValue(const QString& text);
+QString DateParamValue(QStringView text);
 
 } // namespace store

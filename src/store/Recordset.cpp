@@ -150,11 +150,39 @@ bool Recordset::HasField(const QString& name) const
     return false;
 }
 
+namespace {
+// Field names are plain ASCII; this is hit for every field read.
+bool sameName(const QString& a, const QString& b)
+{
+    if (a.size() != b.size())
+        return false;
+    const QChar* x = a.constData();
+    const QChar* y = b.constData();
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        char16_t p = x[i].unicode(), q = y[i].unicode();
+        if (p == q)
+            continue;
+        if (p < 128 && q < 128) {
+            if (p >= 'A' && p <= 'Z')
+                p = char16_t(p + 32);
+            if (q >= 'A' && q <= 'Z')
+                q = char16_t(q + 32);
+            if (p == q)
+                continue;
+            return false;
+        }
+        if (QChar(p).toCaseFolded() != QChar(q).toCaseFolded())
+            return false;
+    }
+    return true;
+}
+} // namespace
+
 int Recordset::column(const QString& name) const
 {
     if (columns_) {
         for (std::size_t i = 0; i < columns_->size(); ++i)
-            if ((*columns_)[i].compare(name, Qt::CaseInsensitive) == 0)
+            if (sameName((*columns_)[i], name))
                 return static_cast<int>(i);
     }
     throw DbError(QStringLiteral("Elemento non trovato in questo insieme: ") + name, statement_);

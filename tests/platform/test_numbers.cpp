@@ -58,10 +58,10 @@ TEST(Numbers, UnsetFigureAddsAsZeroAndShowsEmpty)
 TEST(Numbers, ShortDatesAndWeekdays)
 {
     EXPECT_EQ(DateText(QDate(2003, 1, 7)), "07/01/2003");
-    EXPECT_EQ(ParseShortDate("17/01/2003"), QDate(2003, 1, 17));
-    EXPECT_EQ(ParseShortDate("7/1/2003"), QDate(2003, 1, 7));
-    EXPECT_FALSE(ParseShortDate("30/02/2003").isValid());
-    EXPECT_FALSE(ParseShortDate("2003-01-17").isValid());
+    EXPECT_EQ(ParseShortDate(u"17/01/2003"), QDate(2003, 1, 17));
+    EXPECT_EQ(ParseShortDate(u"7/1/2003"), QDate(2003, 1, 7));
+    EXPECT_FALSE(ParseShortDate(u"30/02/2003").isValid());
+    EXPECT_FALSE(ParseShortDate(u"2003-01-17").isValid());
     EXPECT_EQ(Weekday(QDate(2026, 11, 22)), 1); // a Sunday
     EXPECT_EQ(Weekday(QDate(2026, 11, 28)), 7); // a Saturday
     EXPECT_EQ(Text(QVariant(QDate(2026, 11, 23))), "23/11/2026");

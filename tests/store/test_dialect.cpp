@@ -71,7 +71,7 @@ TEST(Dialect, LiteralsAreLiftedSoShapesAreShared)
     const store::Lifted b = store::LiftLiterals("SELECT *  FROM portafoglio where Cod = 'FIAT'");
     EXPECT_EQ(a.shape, b.shape);
     ASSERT_EQ(a.params.size(), 1u);
-    EXPECT_EQ(a.params[0].text, "ENI");
+    EXPECT_EQ(a.params[0].text(), u"ENI");
 
     const store::Lifted n = store::LiftLiterals("UPDATE Portafoglio SET Qta = 150,Importo =1650.5 WHERE Cod ='X' AND Icone32 = 1e3");
     EXPECT_EQ(n.shape, "UPDATE Portafoglio SET Qta = ?,Importo =? WHERE Cod =? AND Icone32 = ?");

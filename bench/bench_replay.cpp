@@ -1,0 +1,25 @@
+// The full replay on a ledger file on disk; every statement is durable when it returns.
+#include "Ledgers.h"
+
+#include "ledger/Replay.h"
+
+#include <benchmark/benchmark.h>
+
+#include <stdexcept>
+
+static void BM_RicalcolaPortafoglio(benchmark::State& state)
+{
+    bench::GeneratedLedger ledger;
+    bench::MakeLedger(ledger, static_cast<int>(state.range(0)));
+    long long statements = 0;
+    for (auto _ : state) {
+        const long long before = ledger.dbExe.StatementsRun() + ledger.dbSet.StatementsRun();
+        ledger::RicalcolaPortafoglio(ledger.dbExe, ledger.dbSet, [](const QString& text) {
+            throw std::runtime_error(text.toStdString()); // a generated ledger never stops
+        });
+        statements = ledger.dbExe.StatementsRun() + ledger.dbSet.StatementsRun() - before;
+    }
+    state.counters["statements"] = static_cast<double>(statements);
+    state.counters["closed"] = ledger.dbExe.OpenRecordset("SELECT Data FROM OperazioniChiuse").RecordCount();
+}
+BENCHMARK(BM_RicalcolaPortafoglio)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
