@@ -3,8 +3,10 @@
 #include "app/Module1.h"
 #include "ledger/Replay.h"
 #include "platform/Forms.h"
+#include "platform/HelpWindow.h"
 #include "platform/MessageBox.h"
 #include "platform/Numbers.h"
+#include "platform/ToolbarCustomize.h"
 
 #include <QAction>
 #include <QDateEdit>
@@ -13,7 +15,9 @@
 #include <QFile>
 #include <QIcon>
 #include <QLabel>
+#include <QDialog>
 #include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTimer>
@@ -49,6 +53,62 @@ constexpr Pulsante kPulsanti[17] = {
     {"Medie", "Medie", "Medie", 10},
 };
 
+// The window each toolbar key opens.
+const QHash<QString, QString>& finestraDelTasto()
+{
+    static const QHash<QString, QString> map = {
+        {"Calcolatore", "Calcolatore"},     {"Conto", "frmContoTitoli"},     {"Eseguiti", "frmEseguiti"},
+        {"Portafoglio", "frmPortafoglio"},  {"Op.Chiuse", "frmOperazioniChiuse"}, {"Report", "frmReport"},
+        {"Errori", "frmErrori"},            {"Periodo", "frmStGiorno"},       {"Sequenze", "frmGrOperazioni"},
+        {"GP", "frmCapitale"},              {"Risk", "frmRisk"},              {"MDD", "frmMDD"},
+        {"Medie", "frmMedie"},
+    };
+    return map;
+}
+
+// The window each menu entry shows.
+const QHash<QString, QString>& finestraDelMenu()
+{
+    static const QHash<QString, QString> map = {
+        {"mnu_Importa", "Importa"},
+        {"mnu_Esporta", "frmEsporta"},
+        {"mnu_Password", "Pwd"},
+        {"mnu_ParametriIniziali", "frmParametriIniziali"},
+        {"mnu_PersonalizzaErrori", "frmPersonalizzaErrori"},
+        {"mnu_OpzioniVista", "OpzioniVista"},
+        {"mnu_Calcolatore", "Calcolatore"},
+        {"mnu_ContoTitoli", "frmContoTitoli"},
+        {"mnu_Eseguiti", "frmEseguiti"},
+        {"mnu_Portafoglio", "frmPortafoglio"},
+        {"mnu_OperazioniChiuse", "frmOperazioniChiuse"},
+        {"mnu_Report", "frmReport"},
+        {"mnu_StatistichePeriodo", "frmStGiorno"},
+        {"mnu_Errori", "frmErrori"},
+        {"mnu_SequenzeOperazioni", "frmGrOperazioni"},
+        {"mnu_GP", "frmCapitale"},
+        {"mnu_Risk", "frmRisk"},
+        {"mnu_MDD", "frmMDD"},
+        {"mnu_Medie", "frmMedie"},
+        {"mnu_Tips", "Tip"},
+        {"mnu_About", "FrmAbout"},
+    };
+    return map;
+}
+
+struct Finestra {
+    MDIForm1::Factory factory;
+    bool modal = false;
+};
+QHash<QString, Finestra>& finestre()
+{
+    static QHash<QString, Finestra> map;
+    return map;
+}
+
+// The windows whose Main rereads them when the data change, in the order of the tests.
+const QStringList kConMain = {"frmEseguiti", "frmOperazioniChiuse", "frmCapitale", "frmErrori", "frmMDD", "frmStGiorno",
+                              "frmPortafoglio", "frmReport", "frmGrOperazioni", "frmRisk", "frmContoTitoli"};
+
 // Height of the clock bar: 1000 twips at 15 twips a pixel.
 constexpr int kAltezzaOrologi = 1000 / 15;
 
@@ -78,6 +138,7 @@ MDIForm1::MDIForm1()
     creaMenu();
     creaToolbar();
     creaBarraStato();
+    collegaMenu();
     Timer2_ = new QTimer(this);
     Timer2_->setObjectName(QStringLiteral("Timer2"));
     Timer2_->setInterval(3000);
@@ -292,9 +353,152 @@ void MDIForm1::RicalcolaPortafoglio()
     });
 }
 
+void MDIForm1::collegaMenu()
+{
+    connect(Menu("mnu_NuovoPortafoglio"), &QAction::triggered, this, &MDIForm1::mnu_NuovoPortafoglio_Click);
+    connect(Menu("mnu_Apri"), &QAction::triggered, this, &MDIForm1::mnu_Apri_Click);
+    connect(Menu("mnu_ApriUltimo"), &QAction::triggered, this, &MDIForm1::mnu_ApriUltimo_Click);
+    connect(Menu("mnu_Salva"), &QAction::triggered, this, &MDIForm1::mnu_Salva_Click);
+    connect(Menu("mnu_Help"), &QAction::triggered, this, &MDIForm1::mnu_Help_Click);
+    connect(Menu("mnu_Menu"), &QAction::triggered, this, &MDIForm1::mnu_Menu_Click);
+    const auto& map = finestraDelMenu();
+    for (auto it = map.begin(); it != map.end(); ++it) {
+        const QString window = it.value();
+        connect(Menu(it.key()), &QAction::triggered, this, [this, window]() { MostraFinestra(window); });
+    }
+}
+
+void MDIForm1::RegistraFinestra(const QString& name, Factory factory, bool modal)
+{
+    finestre().insert(name, Finestra{std::move(factory), modal});
+}
+
+QWidget* MDIForm1::MostraFinestra(const QString& name)
+{
+    const auto it = finestre().constFind(name);
+    if (it == finestre().constEnd())
+        return nullptr; // its window has not been built yet
+    QWidget* w = it->factory();
+    if (it->modal) {
+        if (auto* dialog = qobject_cast<QDialog*>(w))
+            dialog->exec();
+        return w;
+    }
+    QMdiSubWindow* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+    if (!sub) {
+        sub = mdiArea_->addSubWindow(w);
+        sub->setAttribute(Qt::WA_DeleteOnClose);
+        sub->setWindowIcon(w->windowIcon());
+    }
+    w->show();
+    sub->show();
+    return w;
+}
+
+void MDIForm1::abilita(std::initializer_list<const char*> menus, bool on)
+{
+    for (const char* name : menus)
+        Menu(QString::fromLatin1(name))->setEnabled(on);
+}
+
+void MDIForm1::abilitaPulsanti(std::initializer_list<int> buttons, bool on)
+{
+    for (int i : buttons)
+        Button(i)->setEnabled(on);
+}
+
+void MDIForm1::scarica(std::initializer_list<const char*> windows)
+{
+    for (const char* name : windows)
+        platform::Forms::Unload(QString::fromLatin1(name));
+}
+
+void MDIForm1::ControlloMenu()
+{
+    using Module1::dbExe;
+    if (Module1::sFilePortafoglio.isEmpty())
+        return;
+    const store::Recordset eseguiti = dbExe.OpenRecordset(QStringLiteral("SELECT Data  FROM Eseguiti"));
+    if (eseguiti.RecordCount() > 0) {
+        RicalcolaPortafoglio();
+        store::Recordset chiuse = dbExe.OpenRecordset(QStringLiteral("SELECT Data FROM OperazioniChiuse"));
+        if (chiuse.RecordCount() > 0) {
+            chiuse.MoveLast();
+            chiuse.MoveFirst();
+            abilita({"mnu_Report", "mnu_Errori", "mnu_StatistichePeriodo", "mnu_OperazioniChiuse",
+                     "mnu_SequenzeOperazioni", "mnu_Esporta", "mnu_GP", "mnu_Portafoglio"},
+                    true);
+            abilitaPulsanti({6, 7, 8, 10, 11, 12, 13, 14}, true);
+            // With exactly one closed operation these keep whatever state they had.
+            if (chiuse.RecordCount() > 1) {
+                abilita({"mnu_Risk", "mnu_MDD", "mnu_Medie"}, true);
+                abilitaPulsanti({15, 16, 17}, true);
+            }
+        } else {
+            scarica({"frmOperazioniChiuse", "frmGrOperazioni", "frmCapitale", "frmStGiorno", "frmReport", "frmMDD",
+                     "frmRisk"});
+            abilita({"mnu_OperazioniChiuse", "mnu_SequenzeOperazioni", "mnu_GP", "mnu_StatistichePeriodo"}, false);
+            abilita({"mnu_Errori", "mnu_Portafoglio"}, true);
+            abilitaPulsanti({5, 6, 7}, true);
+            abilitaPulsanti({8, 10, 11, 12, 13, 14, 15, 16, 17}, false);
+            // Report, export, risk, draw down and averages menus are left as they are.
+        }
+    } else {
+        scarica({"frmOperazioniChiuse", "frmGrOperazioni", "frmCapitale", "frmStGiorno", "frmErrori", "frmPortafoglio",
+                 "frmReport", "frmRisk", "frmMDD", "frmMedie"});
+        abilita({"mnu_Portafoglio", "mnu_Errori", "mnu_OperazioniChiuse", "mnu_SequenzeOperazioni", "mnu_Esporta",
+                 "mnu_GP", "mnu_StatistichePeriodo", "mnu_Report", "mnu_Risk", "mnu_MDD", "mnu_Medie"},
+                false);
+        abilitaPulsanti({7, 8, 10, 11, 12, 13, 14, 15, 16, 17}, false);
+    }
+    const QList<QWidget*> loaded = platform::Forms::Loaded();
+    for (QWidget* w : loaded) {
+        if (platform::Forms::IsLoaded(w) && kConMain.contains(w->objectName()))
+            QMetaObject::invokeMethod(w, "Main", Qt::DirectConnection);
+    }
+}
+
 void MDIForm1::mnu_Exit_Click() { close(); }
+
+void MDIForm1::mnu_Help_Click()
+{
+    auto* help = platform::Form<platform::HelpWindow>(this);
+    help->ShowPage();
+}
+
+void MDIForm1::mnu_Menu_Click()
+{
+    platform::ToolbarCustomize dialog(toolbar1_, this);
+    dialog.exec();
+}
 
 void MDIForm1::Toolbar1_ButtonClick(QAction* button)
 {
-    Q_UNUSED(button); // the windows behind the keys arrive with their own work
+    const QString key = button->objectName();
+    if (key == QLatin1String("Nuovo")) {
+        mnu_NuovoPortafoglio_Click();
+        return;
+    }
+    if (key == QLatin1String("Apri")) {
+        mnu_Apri_Click();
+        return;
+    }
+    const auto it = finestraDelTasto().constFind(key);
+    if (it == finestraDelTasto().constEnd())
+        return;
+    if (key == QLatin1String("Calcolatore")) {
+        MostraFinestra(it.value());
+        return;
+    }
+    const auto f = finestre().constFind(it.value());
+    if (f == finestre().constEnd())
+        return;
+    QWidget* w = f->factory();
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget()); sub && sub->isMinimized())
+        sub->showNormal();
+    MostraFinestra(it.value());
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget())) {
+        mdiArea_->setActiveSubWindow(sub);
+        sub->raise();
+    }
 }

@@ -3,10 +3,12 @@
 // area in which every other window opens.
 #include "store/Recordset.h"
 
+#include <QHash>
 #include <QMainWindow>
 #include <QVector>
 
 #include <cstdint>
+#include <functional>
 
 class QAction;
 class QDateEdit;
@@ -30,6 +32,22 @@ public:
     void Colore();
     void ToolbarMenu(std::int16_t Icone32, std::int16_t IconeName);
     void RicalcolaPortafoglio();
+    // Replays, sets menus and toolbar from the tables, unloads the windows that
+    // lost their data and refreshes the open ones.
+    void ControlloMenu();
+
+    // The four commands on portfolio files.
+    void mnu_NuovoPortafoglio_Click();
+    void mnu_Apri_Click();
+    void mnu_ApriUltimo_Click();
+    void mnu_Salva_Click();
+
+    // Windows that the menus and the toolbar open, by their name; each window's
+    // work registers its factory (returning the global instance).
+    using Factory = std::function<QWidget*()>;
+    static void RegistraFinestra(const QString& name, Factory factory, bool modal = false);
+    // Shows a child window (or runs a modal one); nothing for a window not yet built.
+    QWidget* MostraFinestra(const QString& name);
 
     // Toolbar1's buttons, counted from 1 as the table counts them (3 and 9 are separators).
     QAction* Button(int index) const;
@@ -43,6 +61,8 @@ protected:
 
 private slots:
     void mnu_Exit_Click();
+    void mnu_Help_Click();
+    void mnu_Menu_Click();
     void Toolbar1_ButtonClick(QAction* button);
     void aggiornaOrologio();
 
@@ -50,7 +70,14 @@ private:
     void creaMenu();
     void creaToolbar();
     void creaBarraStato();
+    void collegaMenu();
     QAction* voce(QMenu* menu, const QString& name, const QString& caption);
+    void abilita(std::initializer_list<const char*> menus, bool on);
+    void abilitaPulsanti(std::initializer_list<int> buttons, bool on);
+    void scarica(std::initializer_list<const char*> windows);
+    void abilitaComandiPortafoglio();
+    // The file dialog of both file commands; empty when cancelled.
+    bool chiediFile(bool save, QString* fileName, QString* fileTitle);
 
     QMdiArea* mdiArea_ = nullptr;
     QToolBar* toolbar1_ = nullptr;

@@ -4,11 +4,24 @@
 #include "platform/Forms.h"
 #include "store/Delivered.h"
 
+#include "platform/KeyFilter.h"
+
+#include <QApplication>
+#include <QAudioDevice>
 #include <QColor>
 #include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMediaDevices>
 #include <QRadioButton>
+#include <QSoundEffect>
+#include <QTimer>
+#include <QUrl>
+#include <QtEndian>
 
 namespace Module1 {
 
@@ -69,6 +82,112 @@ void ApplicaColori(QWidget* window)
             paint(c, QPalette::WindowText, lancette);
         }
     }
+}
+
+int DurataWave(const QString& path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return 0;
+    const QByteArray head = f.read(12);
+    if (head.size() < 12 || !head.startsWith("RIFF") || head.mid(8, 4) != "WAVE")
+        return 0;
+    quint32 byteRate = 0;
+    while (!f.atEnd()) {
+        const QByteArray chunk = f.read(8);
+        if (chunk.size() < 8)
+            break;
+        const quint32 size = qFromLittleEndian<quint32>(chunk.constData() + 4);
+        if (chunk.startsWith("fmt ")) {
+            const QByteArray fmt = f.read(size);
+            if (fmt.size() >= 12)
+                byteRate = qFromLittleEndian<quint32>(fmt.constData() + 8);
+        } else if (chunk.startsWith("data")) {
+            return byteRate ? static_cast<int>(qint64(size) * 1000 / byteRate) : 0;
+        } else {
+            f.skip(size + (size & 1));
+        }
+    }
+    return 0;
+}
+
+void SuonaWave(const QString& name)
+{
+    const QString path = FileProgramma(name);
+    const int durata = DurataWave(path);
+    if (durata <= 0 || QMediaDevices::audioOutputs().isEmpty())
+        return;
+    QSoundEffect effect;
+    effect.setSource(QUrl::fromLocalFile(path));
+    QEventLoop loop;
+    QTimer limit;
+    limit.setSingleShot(true);
+    // Without a real device the effect may report "playing" forever: never wait longer than the sound.
+    QObject::connect(&limit, &QTimer::timeout, &loop, &QEventLoop::quit);
+    QObject::connect(&effect, &QSoundEffect::playingChanged, &loop, [&]() {
+        if (!effect.isPlaying())
+            loop.quit();
+    });
+    QObject::connect(&effect, &QSoundEffect::statusChanged, &loop, [&]() {
+        if (effect.status() == QSoundEffect::Error)
+            loop.quit();
+        else if (effect.status() == QSoundEffect::Ready && !effect.isPlaying())
+            effect.play();
+    });
+    if (effect.status() == QSoundEffect::Ready)
+        effect.play();
+    limit.start(durata + 250);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool FileEsiste(const QString& path)
+{
+    if (path.isEmpty() || QFileInfo(path).isDir())
+        return false;
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly);
+}
+
+int FiltraCarattere(int key)
+{
+    static const QString refused = QStringLiteral("!@#$%^&*()_+-='");
+    if (key > 0 && key < 0x10000 && refused.contains(QChar(key))) {
+        QApplication::beep();
+        return 0;
+    }
+    return key;
+}
+
+int SoloNumeri(const QString& text, int caret, int key, int digits, int decimals)
+{
+    if (key == 8)
+        return key;
+    if (key == ',' && !text.contains(',') && decimals != 0)
+        return key;
+    const int comma = static_cast<int>(text.indexOf(','));
+    const QString intera = comma < 0 ? text : text.left(comma);
+    const QString decimale = comma < 0 ? QString() : text.mid(comma + 1);
+    const bool inDecimals = text.left(caret).contains(',');
+    const int length = static_cast<int>(inDecimals ? decimale.size() : intera.size());
+    const int limit = inDecimals ? decimals : digits;
+    if (length < limit && key >= '0' && key <= '9')
+        return key;
+    return 0;
+}
+
+int SoloNumeri(const QLineEdit* box, int key, int digits, int decimals)
+{
+    return SoloNumeri(box->text(), box->cursorPosition(), key, digits, decimals);
+}
+
+void FiltroCaratteri(QLineEdit* box)
+{
+    platform::AttachKeyRoutine(box, [](QLineEdit*, int key) { return FiltraCarattere(key); });
+}
+
+void FiltroNumeri(QLineEdit* box, int digits, int decimals)
+{
+    platform::AttachKeyRoutine(box, [digits, decimals](QLineEdit* b, int key) { return SoloNumeri(b, key, digits, decimals); });
 }
 
 } // namespace Module1

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+class QLineEdit;
 class QWidget;
 
 namespace Module1 {
@@ -27,5 +28,24 @@ QString FileProgramma(const QString& name);
 // Colours of the first row of Colori on a window and its labels, frames,
 // option buttons and picture surfaces.
 void ApplicaColori(QWidget* window);
+
+// Plays a wave file of the program folder and returns when it has ended
+// (at once without the file or without an audio device).
+void SuonaWave(const QString& name);
+// Length of a wave file in milliseconds, 0 when it is no readable wave.
+int DurataWave(const QString& path);
+
+// True only for a file that can be opened for reading.
+bool FileEsiste(const QString& path);
+
+// Key routines: the key to let through, 0 to refuse it.
+int FiltraCarattere(int key);
+int SoloNumeri(const QLineEdit* box, int key, int digits, int decimals);
+// The same rules on the text and caret alone.
+int SoloNumeri(const QString& text, int caret, int key, int digits, int decimals);
+
+// Attach the routines above to a text box.
+void FiltroCaratteri(QLineEdit* box);
+void FiltroNumeri(QLineEdit* box, int digits, int decimals);
 
 } // namespace Module1

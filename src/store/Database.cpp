@@ -206,7 +206,7 @@ Database::~Database() = default;
 
 void Database::Open(const QString& path)
 {
-    Close();
+    // The file held stays open until the new one has opened.
     auto conn = std::make_shared<Connection>();
     conn->path = path;
     const int rc = sqlite3_open_v2(path.toUtf8().constData(), &conn->db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);

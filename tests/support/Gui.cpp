@@ -2,19 +2,21 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QLabel>
 #include <QMessageBox>
 #include <QTimer>
 
 namespace testing_support {
 
-void WhenModal(std::function<void(QWidget*)> answer)
+void WhenModal(std::function<void(QWidget*)> answer, std::function<bool(QWidget*)> accepts)
 {
     auto* timer = new QTimer(qApp);
     timer->setInterval(10);
-    QObject::connect(timer, &QTimer::timeout, [timer, answer]() {
+    QObject::connect(timer, &QTimer::timeout, [timer, answer, accepts]() {
         QWidget* modal = QApplication::activeModalWidget();
-        if (!modal)
+        if (!modal || (accepts && !accepts(modal)))
             return;
         timer->stop();
         timer->deleteLater();
@@ -36,7 +38,34 @@ void PressOnModal(const QString& buttonText, QString* seenText)
                 return;
             }
         }
-    });
+    }, [](QWidget* w) { return qobject_cast<QMessageBox*>(w) != nullptr; });
+}
+
+} // namespace testing_support
+
+namespace testing_support {
+
+void AnswerFileDialog(const QString& path, QString* seenTitle)
+{
+    WhenModal([path, seenTitle](QWidget* modal) {
+        auto* dialog = static_cast<QFileDialog*>(modal);
+        if (seenTitle)
+            *seenTitle = dialog->windowTitle();
+        if (path.isEmpty()) {
+            dialog->reject();
+            return;
+        }
+        // selectFile() alone can leave the name field as it was.
+        if (auto* edit = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+            edit->setText(path);
+        dialog->selectFile(path);
+        QMetaObject::invokeMethod(dialog, "accept");
+    }, [](QWidget* w) { return qobject_cast<QFileDialog*>(w) != nullptr; });
+}
+
+void FlushDeletes()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 } // namespace testing_support

@@ -9,8 +9,13 @@ namespace testing_support {
 
 // Runs `answer` on the next modal widget that appears (polling the event loop
 // through a timer, never sleeping the thread).
-void WhenModal(std::function<void(QWidget*)> answer);
+// With `accepts`, only a modal widget it accepts is answered; others are left to other waiters.
+void WhenModal(std::function<void(QWidget*)> answer, std::function<bool(QWidget*)> accepts = {});
 // Presses the button with this text on a modal box.
 void PressOnModal(const QString& buttonText, QString* seenText = nullptr);
+// Answers the next file dialog with a path typed into its name field; an empty path cancels.
+void AnswerFileDialog(const QString& path, QString* seenTitle = nullptr);
+// Deletes the windows unloaded with deleteLater.
+void FlushDeletes();
 
 } // namespace testing_support

@@ -1,0 +1,234 @@
+// The frame's commands: ControlloMenu's accumulated state, the toolbar, help,
+// the customise dialog and the shared key filters.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Forms.h"
+#include "platform/HelpWindow.h"
+#include "platform/ToolbarCustomize.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAction>
+#include <QDialogButtonBox>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+using Module1::dbExe;
+
+namespace {
+
+// A stand-in child window with a Main, to watch the refresh walk and the unloading.
+class Finta final : public QWidget {
+    Q_OBJECT
+public:
+    explicit Finta(const QString& name) { setObjectName(name); }
+    Q_INVOKABLE void Main() { ++refreshes; }
+    int refreshes = 0;
+};
+
+class FrameCommandsTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Module1::Main(dir.path());
+        frame = MDIForm1::Instance();
+        frame->Form_Activate();
+        frame->mnu_NuovoPortafoglio_Click();
+    }
+    void TearDown() override
+    {
+        platform::Forms::UnloadAll();
+        FlushDeletes();
+        dbExe.Close();
+        Module1::dbSet.Close();
+    }
+    bool menu(const char* name) { return frame->Menu(name)->isEnabled(); }
+    bool button(int i) { return frame->Button(i)->isEnabled(); }
+    Finta* apri(const QString& name)
+    {
+        auto* w = new Finta(name);
+        platform::Forms::Register(w);
+        frame->Area()->addSubWindow(w)->show();
+        return w;
+    }
+
+    QTemporaryDir dir;
+    MDIForm1* frame = nullptr;
+};
+
+} // namespace
+
+TEST_F(FrameCommandsTest, ControlloMenuStateAccumulatesAcrossCommits)
+{
+    // One closed operation in a portfolio that never had two: risk, draw down, averages stay off.
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 10, 11);
+    frame->ControlloMenu();
+    for (const char* on : {"mnu_Report", "mnu_Errori", "mnu_StatistichePeriodo", "mnu_OperazioniChiuse",
+                           "mnu_SequenzeOperazioni", "mnu_Esporta", "mnu_GP", "mnu_Portafoglio"})
+        EXPECT_TRUE(menu(on)) << on;
+    for (int i : {6, 7, 8, 10, 11, 12, 13, 14})
+        EXPECT_TRUE(button(i)) << i;
+    EXPECT_FALSE(menu("mnu_Risk"));
+    EXPECT_FALSE(button(15));
+
+    // Two closed operations switch them on; back to one, they stay on.
+    AddTrade(dbExe, "15/01/2003", "Sell", "DAY", "ENI", 10, 12);
+    frame->ControlloMenu();
+    EXPECT_TRUE(menu("mnu_Risk") && menu("mnu_MDD") && menu("mnu_Medie"));
+    EXPECT_TRUE(button(15) && button(16) && button(17));
+    dbExe.Execute("DELETE * FROM Eseguiti WHERE Data = '15/01/2003'");
+    frame->ControlloMenu();
+    EXPECT_TRUE(menu("mnu_Risk"));
+    EXPECT_TRUE(button(17));
+
+    // The last sale deleted: the charts go, menus and toolbar part ways.
+    Finta* report = apri("frmReport");
+    Finta* portafoglio = apri("frmPortafoglio");
+    Finta* medie = apri("frmMedie");
+    dbExe.Execute("DELETE * FROM Eseguiti WHERE Tipo = 'Sell'");
+    frame->ControlloMenu();
+    FlushDeletes();
+    EXPECT_FALSE(platform::Forms::IsLoaded(report));
+    EXPECT_EQ(portafoglio->refreshes, 1);
+    EXPECT_EQ(medie->refreshes, 0); // never refreshed this way
+    for (const char* off : {"mnu_OperazioniChiuse", "mnu_SequenzeOperazioni", "mnu_GP", "mnu_StatistichePeriodo"})
+        EXPECT_FALSE(menu(off)) << off;
+    for (const char* kept : {"mnu_Report", "mnu_Esporta", "mnu_Risk", "mnu_MDD", "mnu_Medie", "mnu_Errori", "mnu_Portafoglio"})
+        EXPECT_TRUE(menu(kept)) << kept;
+    for (int i : {5, 6, 7})
+        EXPECT_TRUE(button(i)) << i;
+    for (int i : {8, 10, 11, 12, 13, 14, 15, 16, 17})
+        EXPECT_FALSE(button(i)) << i;
+
+    // Eseguiti emptied: every statistics window closes, the trade and account windows stay.
+    Finta* eseguiti = apri("frmEseguiti");
+    Finta* conto = apri("frmContoTitoli");
+    dbExe.Execute("DELETE * FROM Eseguiti");
+    frame->ControlloMenu();
+    FlushDeletes();
+    EXPECT_FALSE(platform::Forms::IsLoaded(portafoglio));
+    EXPECT_FALSE(platform::Forms::IsLoaded(medie));
+    EXPECT_EQ(eseguiti->refreshes, 1);
+    EXPECT_EQ(conto->refreshes, 1);
+    for (const char* off : {"mnu_Portafoglio", "mnu_Errori", "mnu_Report", "mnu_Risk", "mnu_Medie", "mnu_Esporta"})
+        EXPECT_FALSE(menu(off)) << off;
+    EXPECT_TRUE(button(6)); // 5 and 6 stay as they are
+    EXPECT_FALSE(button(7));
+    // The derived tables keep what they held: no replay with an empty ledger.
+    EXPECT_EQ(Rows(dbExe, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
+}
+
+TEST_F(FrameCommandsTest, ToolbarBringsAMinimisedWindowBackAndHelpOpensItsContents)
+{
+    Finta* report = nullptr;
+    MDIForm1::RegistraFinestra("frmReport", [&report, this]() {
+        if (!report || !platform::Forms::IsLoaded(report))
+            report = apri("frmReport");
+        return report;
+    });
+    frame->Button(10)->setEnabled(true);
+    frame->Button(10)->trigger();
+    ASSERT_NE(report, nullptr);
+    auto* sub = qobject_cast<QMdiSubWindow*>(report->parentWidget());
+    sub->showMinimized();
+    frame->Button(10)->trigger();
+    EXPECT_FALSE(sub->isMinimized());
+    EXPECT_EQ(frame->Area()->activeSubWindow(), sub);
+    MDIForm1::RegistraFinestra("frmReport", nullptr);
+
+    frame->Menu("mnu_Help")->trigger();
+    auto* help = qobject_cast<platform::HelpWindow*>(platform::Forms::Find("HelpWindow"));
+    ASSERT_NE(help, nullptr);
+    EXPECT_TRUE(help->isVisible());
+    EXPECT_EQ(help->CurrentPage(), "index.html");
+}
+
+TEST_F(FrameCommandsTest, CustomiseDialogHidesAndReordersButtons)
+{
+    WhenModal([](QWidget* modal) {
+        auto* dialog = qobject_cast<platform::ToolbarCustomize*>(modal);
+        ASSERT_NE(dialog, nullptr);
+        QListWidget* list = dialog->List();
+        list->item(0)->setCheckState(Qt::Unchecked); // hide "Nuovo"
+        list->setCurrentRow(3);                       // "Calcolatore" to the top
+        for (int i = 0; i < 3; ++i)
+            dialog->findChild<QPushButton*>("cmd_Su")->click();
+        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+    });
+    frame->Menu("mnu_Menu")->trigger();
+    EXPECT_FALSE(frame->Button(1)->isVisible());
+    EXPECT_EQ(frame->Toolbar1()->actions().first()->objectName(), "Calcolatore");
+    EXPECT_EQ(frame->Button(4)->objectName(), "Calcolatore"); // numbering by table, not by place
+}
+
+TEST(KeyFilters, NumbersCommaAndCaretRules)
+{
+    QLineEdit txtPrezzo;
+    Module1::FiltroNumeri(&txtPrezzo, 5, 2);
+    QTest::keyClicks(&txtPrezzo, "123456,789.5");
+    EXPECT_EQ(txtPrezzo.text(), "12345,78"); // five digits, one comma, two decimals, no point
+
+    // Caret in the integer part with full decimals: a digit passes only below the limit.
+    txtPrezzo.setText("123,45");
+    txtPrezzo.setCursorPosition(1);
+    QTest::keyClicks(&txtPrezzo, "9");
+    EXPECT_EQ(txtPrezzo.text(), "1923,45");
+    txtPrezzo.setText("12345,45");
+    txtPrezzo.setCursorPosition(1);
+    QTest::keyClicks(&txtPrezzo, "9");
+    EXPECT_EQ(txtPrezzo.text(), "12345,45");
+    // Backspace always passes; pasted text is not filtered.
+    txtPrezzo.setCursorPosition(8);
+    QTest::keyClick(&txtPrezzo, Qt::Key_Backspace);
+    EXPECT_EQ(txtPrezzo.text(), "12345,4");
+    txtPrezzo.clear();
+    txtPrezzo.insert("abc.1");
+    EXPECT_EQ(txtPrezzo.text(), "abc.1");
+
+    QLineEdit txtQta;
+    Module1::FiltroNumeri(&txtQta, 8, 0);
+    QTest::keyClicks(&txtQta, "1,000000000");
+    EXPECT_EQ(txtQta.text(), "10000000");
+
+    QLineEdit txt_Titolo;
+    Module1::FiltroCaratteri(&txt_Titolo);
+    QTest::keyClicks(&txt_Titolo, "Banca d'Italia (B.I.) \"nuova\" 100%-=!");
+    EXPECT_EQ(txt_Titolo.text(), "Banca dItalia B.I. \"nuova\" 100");
+}
+
+TEST(CommonRoutines, FileTestAndSoundNeverBlock)
+{
+    QTemporaryDir dir;
+    EXPECT_FALSE(Module1::FileEsiste(dir.path()));
+    EXPECT_FALSE(Module1::FileEsiste(dir.filePath("manca")));
+    EXPECT_FALSE(Module1::FileEsiste(QString()));
+    QFile f(dir.filePath("c'è.qvp"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.close();
+    EXPECT_TRUE(Module1::FileEsiste(f.fileName()));
+
+    Module1::sCartellaProgramma = dir.path();
+    QFile::copy(":/data/Start", dir.filePath("Start"));
+    const int durata = Module1::DurataWave(dir.filePath("Start"));
+    EXPECT_GT(durata, 300);
+    EXPECT_LT(durata, 2000);
+    EXPECT_EQ(Module1::DurataWave(f.fileName()), 0);
+    QElapsedTimer clock;
+    clock.start();
+    Module1::SuonaWave("Start");
+    Module1::SuonaWave("Manca");
+    EXPECT_LT(clock.elapsed(), durata + 1500); // never longer than the sound itself
+}
+
+#include "test_frame_commands.moc"

@@ -1,0 +1,208 @@
+// A portfolio's life through the frame's file commands, checked on disk after each step.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Forms.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+using Module1::dbExe;
+using Module1::dbSet;
+
+namespace {
+
+class PortfolioFilesTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Module1::Main(dir.path());
+        frame = MDIForm1::Instance();
+        frame->Form_Activate();
+    }
+    void TearDown() override
+    {
+        platform::Forms::UnloadAll();
+        FlushDeletes();
+        dbExe.Close();
+        dbSet.Close();
+    }
+    QString path(const QString& name) const { return QDir(dir.path()).filePath(name); }
+    QString apriUltimo() { return dbSet.OpenRecordset("SELECT  ApriUltimo FROM Settaggi").Text("ApriUltimo"); }
+    QStringList codici(const QString& file)
+    {
+        store::Database db;
+        db.Open(file);
+        return Rows(db, "SELECT Cod FROM Eseguiti ORDER BY ID");
+    }
+    void saveAs(const QString& file, QString* seen = nullptr)
+    {
+        AnswerFileDialog(file, seen);
+        frame->mnu_Salva_Click();
+    }
+    void open(const QString& file, QString* seen = nullptr)
+    {
+        AnswerFileDialog(file, seen);
+        frame->mnu_Apri_Click();
+    }
+
+    QTemporaryDir dir;
+    MDIForm1* frame = nullptr;
+};
+
+} // namespace
+
+TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
+{
+    frame->mnu_NuovoPortafoglio_Click(); // caption is not the default document: no question
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
+    EXPECT_EQ(Module1::sFilePortafoglio, path("DataExe.qvd"));
+    for (const char* on : {"mnu_Eseguiti", "mnu_Salva", "mnu_Importa"})
+        EXPECT_TRUE(frame->Menu(on)->isEnabled()) << on;
+    EXPECT_TRUE(frame->Button(6)->isEnabled());
+    EXPECT_FALSE(frame->Menu("mnu_Portafoglio")->isEnabled());
+
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
+    frame->ControlloMenu();
+    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
+    EXPECT_EQ(Rows(dbExe, "SELECT Cod, Qta FROM Portafoglio"), QStringList{"ENI|50"});
+
+    QString title;
+    saveAs(path("mio conto.qvp"), &title);
+    EXPECT_EQ(title, "Salva con nome");
+    EXPECT_EQ(codici(path("mio conto.qvp")), (QStringList{"ENI", "ENI"}));
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - mio conto.qvp");
+    EXPECT_EQ(apriUltimo(), path("mio conto.qvp"));
+    EXPECT_EQ(dbExe.Path(), path("mio conto.qvp"));
+    EXPECT_EQ(Module1::sFilePortafoglio, path("DataExe.qvd")); // not updated by save as
+
+    // New from a named document: no question, DataExe emptied, the .qvp keeps its trades.
+    frame->mnu_NuovoPortafoglio_Click();
+    EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{});
+    EXPECT_EQ(codici(path("mio conto.qvp")), (QStringList{"ENI", "ENI"}));
+    EXPECT_FALSE(frame->Menu("mnu_Portafoglio")->isEnabled());
+
+    open(path("mio conto.qvp"), &title);
+    EXPECT_EQ(title, "Apri DataSet");
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - mio conto.qvp");
+    EXPECT_EQ(Module1::sFilePortafoglio, path("mio conto.qvp"));
+    EXPECT_EQ(Rows(dbExe, "SELECT Cod, Qta FROM Portafoglio"), QStringList{"ENI|50"});
+    EXPECT_TRUE(frame->Menu("mnu_OperazioniChiuse")->isEnabled());
+
+    frame->mnu_NuovoPortafoglio_Click();
+    frame->mnu_ApriUltimo_Click();
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - " + path("mio conto.qvp")); // the full path here
+    EXPECT_EQ(dbExe.Path(), path("mio conto.qvp"));
+
+    // Cancelling a dialog changes nothing.
+    open(QString());
+    EXPECT_EQ(dbExe.Path(), path("mio conto.qvp"));
+}
+
+TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
+{
+    frame->mnu_NuovoPortafoglio_Click();
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    QString question;
+    PressOnModal("No", &question);
+    frame->mnu_NuovoPortafoglio_Click();
+    EXPECT_EQ(question, "Salvare le modifiche al file ?");
+    EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{});
+
+    // Yes runs save as; a cancelled save still goes on to the new portfolio.
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    WhenModal([](QWidget* box) {
+        AnswerFileDialog(QString());
+        for (auto* b : box->findChildren<QAbstractButton*>())
+            if (b->text() == "Sì")
+                b->click();
+    });
+    frame->mnu_NuovoPortafoglio_Click();
+    EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{});
+}
+
+TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
+{
+    frame->mnu_NuovoPortafoglio_Click();
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    saveAs(path("primo.qvp"));
+    AddTrade(dbExe, "14/01/2003", "Buy", "DAY", "FIAT", 10, 5); // goes into primo.qvp
+    saveAs(path("secondo.qvp"));
+    // The copy comes from sFilePortafoglio, still DataExe.qvd: FIAT is not in it.
+    EXPECT_EQ(codici(path("primo.qvp")), (QStringList{"ENI", "FIAT"}));
+    EXPECT_EQ(codici(path("secondo.qvp")), QStringList{"ENI"});
+    EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
+
+    // Saving onto sFilePortafoglio itself, after yes to the overwrite question, copies nothing.
+    QString question;
+    PressOnModal("Sì", &question);
+    saveAs(path("DataExe.qvd"));
+    EXPECT_EQ(question, "Il file " + path("DataExe.qvd") + "  esiste già!\nsostituire il file?");
+    EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
+
+    // No to the overwrite question ends the command.
+    PressOnModal("No");
+    saveAs(path("primo.qvp"));
+    EXPECT_EQ(codici(path("primo.qvp")), (QStringList{"ENI", "FIAT"}));
+}
+
+TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
+{
+    frame->mnu_NuovoPortafoglio_Click();
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+
+    QFile text(path("testo.qvp"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("questo non e' un database\n");
+    text.close();
+    const QByteArray before = FileBytes(text.fileName());
+    open(text.fileName());
+    EXPECT_EQ(dbExe.Path(), path("DataExe.qvd")); // nothing changed
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
+    EXPECT_EQ(FileBytes(text.fileName()), before);
+
+    // A portfolio missing a table: Open ends silently at the replay, Open last reports the failure.
+    const QString broken = path("rotto.qvp");
+    store::Database::CopyFile(path("DataExe.qvd"), broken);
+    {
+        store::Database b;
+        b.Open(broken);
+        AddTrade(b, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+        b.Execute("DROP TABLE OperazioniChiuse");
+    }
+    open(broken);
+    EXPECT_EQ(Module1::sFilePortafoglio, broken);
+    EXPECT_EQ(apriUltimo(), broken);
+    EXPECT_THROW(frame->mnu_ApriUltimo_Click(), store::DbError);
+
+    // Open last of a file that went away.
+    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("sparito.qvp") + "'");
+    QString message;
+    PressOnModal("OK", &message);
+    frame->mnu_ApriUltimo_Click();
+    EXPECT_EQ(message, "il file: " + path("sparito.qvp") + "non esiste");
+
+    // An apostrophe in the name: the copy is made, the statement that records it fails silently.
+    frame->mnu_NuovoPortafoglio_Click();
+    AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    saveAs(path("l'ultimo.qvp"));
+    EXPECT_EQ(codici(path("l'ultimo.qvp")), QStringList{"ENI"});
+    EXPECT_EQ(apriUltimo(), path("sparito.qvp"));
+}
+
+TEST_F(PortfolioFilesTest, SaveAsOntoAnUnwritableTargetLeavesThePortfolioClosed)
+{
+    frame->mnu_NuovoPortafoglio_Click();
+    // Not even root can create a file there.
+    saveAs(QStringLiteral("/proc/quorvel-copia.qvp"));
+    EXPECT_FALSE(dbExe.IsOpen());
+    EXPECT_THROW(frame->ControlloMenu(), store::DbError);
+}
