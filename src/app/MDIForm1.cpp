@@ -1,5 +1,6 @@
 #include "app/MDIForm1.h"
 
+#include "app/Finestre.h"
 #include "app/Module1.h"
 #include "ledger/Replay.h"
 #include "platform/Forms.h"
@@ -139,6 +140,7 @@ MDIForm1::MDIForm1()
     creaToolbar();
     creaBarraStato();
     collegaMenu();
+    RegistraFinestre();
     Timer2_ = new QTimer(this);
     Timer2_->setObjectName(QStringLiteral("Timer2"));
     Timer2_->setInterval(3000);
@@ -370,7 +372,10 @@ void MDIForm1::collegaMenu()
 
 void MDIForm1::RegistraFinestra(const QString& name, Factory factory, bool modal)
 {
-    finestre().insert(name, Finestra{std::move(factory), modal});
+    if (!factory)
+        finestre().remove(name);
+    else
+        finestre().insert(name, Finestra{std::move(factory), modal});
 }
 
 QWidget* MDIForm1::MostraFinestra(const QString& name)
@@ -386,7 +391,9 @@ QWidget* MDIForm1::MostraFinestra(const QString& name)
     }
     QMdiSubWindow* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
     if (!sub) {
+        const QSize voluta = w->size();
         sub = mdiArea_->addSubWindow(w);
+        sub->resize(voluta + QSize(12, 34));
         sub->setAttribute(Qt::WA_DeleteOnClose);
         sub->setWindowIcon(w->windowIcon());
     }

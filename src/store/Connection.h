@@ -20,6 +20,7 @@ struct PreparedShape {
     // Filled at the first cursor over this shape.
     std::shared_ptr<const std::vector<QString>> names;
     std::vector<bool> dateColumns;
+    std::shared_ptr<const std::vector<bool>> realColumns; // declared REAL: texts are read as numbers on update
 };
 
 struct Connection {

@@ -275,13 +275,18 @@ Recordset Database::OpenRecordset(const QString& sql)
     const int n = sqlite3_column_count(st);
     if (!shape.names) {
         auto names = std::make_shared<std::vector<QString>>();
+        auto reals = std::make_shared<std::vector<bool>>();
         for (int c = first; c < n; ++c) {
             names->push_back(QString::fromUtf8(sqlite3_column_name(st, c)));
             shape.dateColumns.push_back(IsDateColumn(names->back()));
+            const char* decl = sqlite3_column_decltype(st, c);
+            reals->push_back(decl && QByteArray(decl).toUpper() == "REAL");
         }
         shape.names = names;
+        shape.realColumns = reals;
     }
     rs.columns_ = shape.names;
+    rs.realColumns_ = shape.realColumns;
     const std::vector<bool>& isDate = shape.dateColumns;
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {

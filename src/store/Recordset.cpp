@@ -130,6 +130,8 @@ bool Recordset::FindFirst(const QString& criteria)
         }
     }
     noMatch_ = true;
+    pos_ = -1; // no current row after a failed search
+    afterDelete_ = false;
     return false;
 }
 
@@ -214,6 +216,13 @@ QVariant Recordset::Field(int index) const
     return current()[static_cast<std::size_t>(index)];
 }
 
+QVariant Recordset::ValueAt(int row, int column) const
+{
+    if (row < 0 || row >= RecordCount() || column < 0 || column >= FieldCount())
+        return {};
+    return rows_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+}
+
 QString Recordset::Text(const QString& name) const { return num::Text(Field(name)); }
 
 double Recordset::Number(const QString& name) const
@@ -286,6 +295,9 @@ void Recordset::Update()
                 sqlite3_bind_double(st, p, v.toDouble());
             } else if (v.typeId() == QMetaType::Int || v.typeId() == QMetaType::LongLong) {
                 sqlite3_bind_int64(st, p, v.toLongLong());
+            } else if (realColumns_ && (*realColumns_)[i] && num::Parse(v.toString())) {
+                // A typed number with its decimal comma, as the cursor converts it.
+                sqlite3_bind_double(st, p, *num::Parse(v.toString()));
             } else {
                 const QByteArray t = v.toString().toUtf8();
                 sqlite3_bind_text(st, p, t.constData(), static_cast<int>(t.size()), SQLITE_TRANSIENT);

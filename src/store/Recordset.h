@@ -39,6 +39,8 @@ public:
     // Field of the current row by name, without regard to case.
     QVariant Field(const QString& name) const;
     QVariant Field(int index) const;
+    // A value of any row of the snapshot, without moving (for grids).
+    QVariant ValueAt(int row, int column) const;
     QVariant operator[](const QString& name) const { return Field(name); }
     // Text of a field as the original engine gave it (null as empty).
     QString Text(const QString& name) const;
@@ -59,6 +61,7 @@ private:
 
     std::weak_ptr<Connection> conn_;
     std::shared_ptr<const std::vector<QString>> columns_;
+    std::shared_ptr<const std::vector<bool>> realColumns_;
     std::vector<std::vector<QVariant>> rows_;
     std::vector<long long> rowids_;
     QString table_;

@@ -1,6 +1,7 @@
 #pragma once
 // Temporary program folders and portfolios for the tests.
 #include "store/Database.h"
+#include "support/QtPrinters.h"
 
 #include <QString>
 #include <QTemporaryDir>

@@ -1,0 +1,10 @@
+// The windows that menus and toolbar open, in one place.
+#include "app/Finestre.h"
+
+#include "app/MDIForm1.h"
+#include "ledger/frmEseguiti.h"
+
+void RegistraFinestre()
+{
+    MDIForm1::RegistraFinestra(QStringLiteral("frmEseguiti"), []() -> QWidget* { return frmEseguiti::Instance(); });
+}

@@ -1,0 +1,3 @@
+#pragma once
+// Registers every built window with the frame by its name.
+void RegistraFinestre();
