@@ -201,8 +201,11 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 TEST_F(PortfolioFilesTest, SaveAsOntoAnUnwritableTargetLeavesThePortfolioClosed)
 {
     frame->mnu_NuovoPortafoglio_Click();
-    // Not even root can create a file there.
-    saveAs(QStringLiteral("/proc/quorvel-copia.qvp"));
+    // A folder that is a file: not even root can create a file in it.
+    QFile blocco(path("blocco"));
+    ASSERT_TRUE(blocco.open(QIODevice::WriteOnly));
+    blocco.close();
+    saveAs(path("blocco/copia.qvp"));
     EXPECT_FALSE(dbExe.IsOpen());
     EXPECT_THROW(frame->ControlloMenu(), store::DbError);
 }

@@ -1,10 +1,15 @@
 // Test entry for window tests: our application class, so failures reach the report.
 #include "platform/FailureReport.h"
 
+#include <QTemporaryDir>
+
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv)
 {
+    // Dialogs remember folders in the user's Qt settings: keep the tests' own apart.
+    QTemporaryDir config;
+    qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     platform::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
