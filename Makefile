@@ -27,6 +27,7 @@ bench: deps
 	cmake -S . -B $(BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_TESTS=OFF -DQUORVEL_BENCH=ON
 	cmake --build $(BENCH) -j $(JOBS)
 	$(BENCH)/bench/bench_replay --benchmark_min_time=0.5
+	$(BENCH)/bench/bench_confirm --benchmark_min_time=0.5
 
 clean:
 	rm -rf build

@@ -575,10 +575,8 @@ void frmEseguiti::eseguiNuovo()
     dbExe.Execute(ledger::InsertEseguito(QStringLiteral("Eseguiti"), campi()));
     QString id;
     if (!vuota) {
-        // The snapshot doesn't see the new row: read it explicitly, the last by record number.
-        rsEseguiti_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM Eseguiti "));
-        rsEseguiti_.MoveLast();
-        id = rsEseguiti_.Text(QStringLiteral("ID"));
+        // The snapshot doesn't see the new row: read it explicitly, the highest record number.
+        id = dbExe.OpenRecordset(QStringLiteral("SELECT Max(ID) AS ID FROM Eseguiti")).Text(QStringLiteral("ID"));
     }
     controlloSequenza();
     if (!Module1::sErroreSequenza.isEmpty()) {

@@ -1,0 +1,59 @@
+// The whole confirm path of the trade window: insert, sequence check, replay
+// and the window's refresh, on ledgers of 2,000 and 10,000 trades.
+#include "Ledgers.h"
+
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "ledger/frmEseguiti.h"
+#include "platform/FailureReport.h"
+#include "platform/Forms.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include <benchmark/benchmark.h>
+
+static void BM_ConfermaNuovoAcquisto(benchmark::State& state)
+{
+    bench::GeneratedLedger ledger;
+    bench::MakeLedger(ledger, static_cast<int>(state.range(0)));
+    const QString portfolio = ledger.dbExe.Path();
+    ledger.dbExe.Close();
+    ledger.dbSet.Close();
+
+    Module1::Main(ledger.dir.path());
+    MDIForm1* frame = MDIForm1::Instance();
+    frame->Form_Activate();
+    Module1::dbExe.Open(portfolio);
+    Module1::sFilePortafoglio = portfolio;
+    frame->ControlloMenu();
+    auto* w = static_cast<frmEseguiti*>(frame->MostraFinestra(QStringLiteral("frmEseguiti")));
+    auto* ok = w->findChild<QPushButton*>(QStringLiteral("cmd_Ok"));
+    for (auto _ : state) {
+        w->findChild<QRadioButton*>(QStringLiteral("Option1(0)"))->click();
+        w->findChild<QLineEdit*>(QStringLiteral("txt_Codice"))->setText(QStringLiteral("C001"));
+        w->findChild<QLineEdit*>(QStringLiteral("txt_Titolo"))->setText(QStringLiteral("Titolo C001"));
+        w->findChild<QLineEdit*>(QStringLiteral("txtQta"))->setText(QStringLiteral("100"));
+        w->findChild<QLineEdit*>(QStringLiteral("txtPrezzo"))->setText(QStringLiteral("12"));
+        ok->click();
+    }
+    state.counters["trades"] = static_cast<double>(Module1::dbExe.OpenRecordset(QStringLiteral("SELECT Data  FROM Eseguiti")).RecordCount());
+    platform::Forms::UnloadAll();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    Module1::dbExe.Close();
+    Module1::dbSet.Close();
+}
+BENCHMARK(BM_ConfermaNuovoAcquisto)->Arg(2000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::Application app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quorvel"));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
