@@ -2,9 +2,11 @@
 #include "app/Finestre.h"
 
 #include "app/MDIForm1.h"
+#include "instruments/Calcolatore.h"
 #include "ledger/frmEseguiti.h"
 
 void RegistraFinestre()
 {
     MDIForm1::RegistraFinestra(QStringLiteral("frmEseguiti"), []() -> QWidget* { return frmEseguiti::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("Calcolatore"), []() -> QWidget* { return Calcolatore::Instance(); });
 }

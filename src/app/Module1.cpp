@@ -5,6 +5,7 @@
 #include "store/Delivered.h"
 
 #include "platform/KeyFilter.h"
+#include "platform/PictureSurface.h"
 
 #include <QApplication>
 #include <QAudioDevice>
@@ -78,8 +79,8 @@ void ApplicaColori(QWidget* window)
             paint(c, QPalette::WindowText, testo);
         } else if (qobject_cast<QGroupBox*>(c) || qobject_cast<QRadioButton*>(c)) {
             paint(c, QPalette::Window, sfondo);
-        } else if (c->property("pictureSurface").toBool()) {
-            paint(c, QPalette::WindowText, lancette);
+        } else if (auto* pic = qobject_cast<platform::PictureSurface*>(c)) {
+            pic->SetForeColor(lancette);
         }
     }
 }

@@ -1,0 +1,44 @@
+#pragma once
+// A picture surface: a kept image in pixel coordinates with a back and a fore
+// colour, on which the displays and dials draw lines, points and filled boxes.
+#include <QColor>
+#include <QImage>
+#include <QLineF>
+#include <QWidget>
+
+namespace platform {
+
+class PictureSurface final : public QWidget {
+    Q_OBJECT
+public:
+    // A surface of width x height pixels, shown `zoom` times larger on screen.
+    PictureSurface(int width, int height, int zoom = 1, QWidget* parent = nullptr);
+
+    int ScaleWidth() const { return image_.width(); }
+    int ScaleHeight() const { return image_.height(); }
+    const QImage& Image() const { return image_; }
+
+    void SetBackColor(const QColor& c) { back_ = c; }
+    void SetForeColor(const QColor& c) { fore_ = c; }
+    QColor BackColor() const { return back_; }
+    QColor ForeColor() const { return fore_; }
+
+    void Cls();
+    void Line(const QLineF& line);
+    void PSet(int x, int y);
+    void FilledBox(double x1, double y1, double x2, double y2);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage image_;
+    QColor back_ = Qt::white;
+    QColor fore_ = Qt::black;
+    int zoom_;
+};
+
+} // namespace platform

@@ -1,0 +1,106 @@
+// The financial calculator through its window, typing as a user does.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "instruments/Calcolatore.h"
+#include "platform/Forms.h"
+#include "platform/PictureSurface.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class CalcolatoreTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Module1::Main(dir.path());
+        Module1::dbSet.Execute("DELETE * FROM System");
+        Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+        Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T4','cara',4,5)");
+        Module1::dbSet.Execute("UPDATE Settaggi SET SLP = 3, SLMM = 100");
+        MDIForm1::Instance()->Menu("mnu_Calcolatore")->trigger();
+        w = qobject_cast<Calcolatore*>(platform::Forms::Find("Calcolatore"));
+        ASSERT_NE(w, nullptr);
+    }
+    void TearDown() override
+    {
+        platform::Forms::UnloadAll();
+        FlushDeletes();
+        Module1::dbSet.Close();
+    }
+    QLineEdit* edit(const char* n) { return w->findChild<QLineEdit*>(n); }
+    QString lcd(const char* n) { return w->findChild<platform::PictureSurface*>(n)->accessibleName(); }
+    QString label(const char* n) { return w->findChild<QLabel*>(n)->text(); }
+    void type(const char* n, const QString& t) { QTest::keyClicks(edit(n), t); }
+
+    QTemporaryDir dir;
+    Calcolatore* w = nullptr;
+};
+
+} // namespace
+
+TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigit)
+{
+    EXPECT_TRUE(w->isVisible());
+    for (const char* p : {"pic_PdP", "pic_SLMM", "pic_SLP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"})
+        EXPECT_EQ(lcd(p), "") << p;
+    EXPECT_EQ(w->findChild<QComboBox*>("DBCombo")->currentText(), "T2");
+
+    type("txtAcqPzo", "10");
+    EXPECT_EQ(lcd("pic_PdP"), ""); // the price before the quantity leaves everything dark
+    type("txtQta", "1000");
+    type("txtVndPzo", "11");
+    EXPECT_EQ(label("lab_AcqImp"), "10000");
+    EXPECT_EQ(lcd("pic_SLP"), "9,7");          // 10 - 3*10/100
+    EXPECT_EQ(lcd("pic_SLMM"), "9,9");         // |(10000 - 100) / 1000|
+    EXPECT_EQ(lcd("pic_PdP"), "10,04");        // 10 + 10000*2/1000*2/1000
+    EXPECT_EQ(label("lab_VndImp"), "11000");
+    EXPECT_EQ(lcd("pic_Commissioni"), "42");   // 20 + 22
+    EXPECT_EQ(lcd("pic_GP"), "958");           // 1000 - 42
+    EXPECT_EQ(lcd("pic_PercentualeGP"), "9");  // floor(95800 / 10000)
+
+    // A change of system recomputes the sale but leaves the break-even stale.
+    w->findChild<QComboBox*>("DBCombo")->setEditText("T4");
+    EXPECT_EQ(lcd("pic_Commissioni"), "84");
+    EXPECT_EQ(lcd("pic_PdP"), "10,04");
+
+    // A loss: minus sign, and the percentage floors toward minus infinity.
+    edit("txtVndPzo")->clear();
+    type("txtVndPzo", "9,99");
+    EXPECT_EQ(lcd("pic_GP"), "-89,96");        // 9990 - 10000 - (40 + 39.96)
+    EXPECT_EQ(lcd("pic_PercentualeGP"), "-1");
+}
+
+TEST_F(CalcolatoreTest, ClearingRulesFollowTheText)
+{
+    type("txtAcqPzo", "10");
+    type("txtQta", "1000");
+    type("txtVndPzo", "11");
+    // Emptying the price leaves the old figures standing.
+    edit("txtAcqPzo")->clear();
+    EXPECT_EQ(label("lab_AcqImp"), "10000");
+    EXPECT_EQ(lcd("pic_PdP"), "10,04");
+    // Typing "0" clears the buy side, and with its amount gone the sale side too.
+    type("txtAcqPzo", "0");
+    EXPECT_EQ(label("lab_AcqImp"), "");
+    EXPECT_EQ(lcd("pic_SLP"), "");
+    EXPECT_EQ(lcd("pic_PdP"), "");
+    EXPECT_EQ(lcd("pic_GP"), "");
+    EXPECT_EQ(label("lab_VndImp"), "");
+    // The key filters: two decimals, one comma, no point.
+    edit("txtAcqPzo")->clear();
+    type("txtAcqPzo", "12.345,678");
+    EXPECT_EQ(edit("txtAcqPzo")->text(), "12345,67");
+}
+
