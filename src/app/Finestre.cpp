@@ -4,9 +4,14 @@
 #include "app/MDIForm1.h"
 #include "instruments/Calcolatore.h"
 #include "ledger/frmEseguiti.h"
+#include "stats/frmReport.h"
+#include "store/frmParametriIniziali.h"
 
 void RegistraFinestre()
 {
     MDIForm1::RegistraFinestra(QStringLiteral("frmEseguiti"), []() -> QWidget* { return frmEseguiti::Instance(); });
+    MDIForm1::RegistraFinestra(
+        QStringLiteral("frmParametriIniziali"), []() -> QWidget* { return frmParametriIniziali::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("frmReport"), []() -> QWidget* { return frmReport::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("Calcolatore"), []() -> QWidget* { return Calcolatore::Instance(); });
 }

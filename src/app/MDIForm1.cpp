@@ -394,6 +394,9 @@ QWidget* MDIForm1::MostraFinestra(const QString& name)
         const QSize voluta = w->size();
         sub = mdiArea_->addSubWindow(w);
         sub->resize(voluta + QSize(12, 34));
+        // Cascade from the top left so a new window never opens half outside the frame.
+        const int step = static_cast<int>(mdiArea_->subWindowList().size() - 1) % 8;
+        sub->move(step * 28, step * 28);
         sub->setAttribute(Qt::WA_DeleteOnClose);
         sub->setWindowIcon(w->windowIcon());
     }

@@ -2,6 +2,7 @@
 
 #include "app/MDIForm1.h"
 #include "platform/Forms.h"
+#include "stats/Report.h"
 #include "store/Delivered.h"
 
 #include "platform/KeyFilter.h"
@@ -84,6 +85,8 @@ void ApplicaColori(QWidget* window)
         }
     }
 }
+
+std::optional<double> UtileNetto() { return stats::UtileNetto(dbExe, dbSet, sFilePortafoglio); }
 
 int DurataWave(const QString& path)
 {

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <optional>
+
 class QLineEdit;
 class QWidget;
 
@@ -37,6 +39,9 @@ int DurataWave(const QString& path);
 
 // True only for a file that can be opened for reading.
 bool FileEsiste(const QString& path);
+
+// Net result of all closed operations (unset without a portfolio or closed operations).
+std::optional<double> UtileNetto();
 
 // Key routines: the key to let through, 0 to refuse it.
 int FiltraCarattere(int key);

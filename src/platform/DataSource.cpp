@@ -2,6 +2,7 @@
 
 #include "platform/Numbers.h"
 #include "store/Database.h"
+#include "store/DbError.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -116,6 +117,90 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Horizontal)
         return columns_.value(section).caption;
     return section + 1;
+}
+
+EditableRecordsetModel::EditableRecordsetModel(DataSource* source, QList<GridColumn> columns, QObject* parent)
+    : QAbstractTableModel(parent), source_(source), columns_(std::move(columns))
+{
+    auto reset = [this]() {
+        beginResetModel();
+        endResetModel();
+    };
+    connect(source_, &DataSource::Reloaded, this, reset);
+    connect(source_, &DataSource::RowsChanged, this, reset);
+}
+
+int EditableRecordsetModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : source_->Recordset().RecordCount();
+}
+
+int EditableRecordsetModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant EditableRecordsetModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::TextAlignmentRole))
+        return {};
+    store::Recordset& rs = source_->Recordset();
+    int field = -1;
+    for (int i = 0; i < rs.FieldCount(); ++i)
+        if (rs.FieldName(i).compare(columns_[index.column()].field, Qt::CaseInsensitive) == 0)
+            field = i;
+    const QVariant v = rs.ValueAt(index.row(), field);
+    if (role == Qt::TextAlignmentRole) {
+        const bool number = v.typeId() == QMetaType::Double || v.typeId() == QMetaType::LongLong;
+        return QVariant::fromValue(Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft));
+    }
+    return num::Text(v);
+}
+
+bool EditableRecordsetModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid() || role != Qt::EditRole)
+        return false;
+    store::Recordset& rs = source_->Recordset();
+    rs.SetAbsolutePosition(index.row());
+    rs.Edit();
+    rs.SetField(columns_[index.column()].field, value.toString());
+    try {
+        rs.Update();
+    } catch (const store::DbError&) {
+        // The engine refused the value: the cell keeps what the table holds.
+        rs.CancelUpdate();
+        emit EditRefused(value.toString());
+        return false;
+    }
+    emit dataChanged(index, index);
+    return true;
+}
+
+Qt::ItemFlags EditableRecordsetModel::flags(const QModelIndex& index) const
+{
+    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+}
+
+QVariant EditableRecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role != Qt::DisplayRole)
+        return {};
+    if (orientation == Qt::Horizontal)
+        return columns_.value(section).caption;
+    return section + 1;
+}
+
+void EditableRecordsetModel::AppendRow(const QString& table, const QString& columns, const QString& values)
+{
+    source_->Database()->Execute("INSERT INTO " + table + " (" + columns + ") VALUES (" + values + ")");
+    source_->Refresh();
+}
+
+void EditableRecordsetModel::RemoveRow(int row)
+{
+    source_->Recordset().SetAbsolutePosition(row);
+    source_->Delete();
 }
 
 DataGrid::DataGrid(QWidget* parent) : QTableView(parent)

@@ -20,6 +20,7 @@ public:
     void SetSource(store::Database* db, const QString& sql);
     void Refresh();
     store::Recordset& Recordset() { return rs_; }
+    store::Database* Database() const { return db_; }
 
     // Moves of the cursor that the bound grid follows.
     void MoveFirst();
@@ -64,6 +65,30 @@ private:
     DataSource* source_;
     QList<GridColumn> columns_;
     QList<int> fields_;
+};
+
+// The rows of a data source's cursor over one table, edited in place: each
+// changed cell is written to its row at once.
+class EditableRecordsetModel final : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    EditableRecordsetModel(DataSource* source, QList<GridColumn> columns, QObject* parent = nullptr);
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    // Adds a row with the given values (field -> SQL literal) and reloads.
+    void AppendRow(const QString& table, const QString& columns, const QString& values);
+    void RemoveRow(int row);
+
+signals:
+    void EditRefused(const QString& value);
+
+private:
+    DataSource* source_;
+    QList<GridColumn> columns_;
 };
 
 // A read-only grid over a data source; the selected row is the cursor's row.

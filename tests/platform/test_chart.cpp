@@ -1,0 +1,82 @@
+// The chart widget's grid of values and its style switch and resize rules.
+#include "platform/Chart.h"
+#include "platform/ChartStyle.h"
+#include "platform/Failure.h"
+
+#include <QChart>
+#include <QRadioButton>
+
+#include <gtest/gtest.h>
+
+using platform::Chart;
+
+TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
+{
+    Chart c;
+    EXPECT_EQ(c.RowCount(), 0); // an empty chart draws an empty plot
+    c.ChartData(QVector<QVariant>{163.5, 10, QString("3"), QString()});
+    EXPECT_EQ(c.RowCount(), 1);
+    EXPECT_EQ(c.ColumnCount(), 4);
+    EXPECT_EQ(c.DataAt(1, 1), "163,5");
+    EXPECT_EQ(c.DataAt(1, 3), "3");
+    EXPECT_EQ(c.DataAt(1, 4), ""); // no value
+    c.SetRow(1);
+    c.SetRowLabel("Bilancio");
+    EXPECT_EQ(c.RowLabelAt(1), "Bilancio");
+    EXPECT_THROW(c.SetRow(2), platform::IndexOutOfRange);
+
+    c.ChartData(QVector<QVector<QVariant>>{{1, 2}, {3, 4}, {5, -6}});
+    EXPECT_EQ(c.RowCount(), 3);
+    c.SetRow(3);
+    c.SetColumn(2);
+    EXPECT_EQ(c.Data(), "-6");
+    c.SetData("");
+    EXPECT_EQ(c.DataAt(3, 2), "");
+    c.SetRowCount(5);
+    EXPECT_EQ(c.RowCount(), 5);
+    EXPECT_EQ(c.DataAt(5, 1), "");
+
+    // Every type draws from the same grid, and switching keeps the data.
+    for (int type : {14, 1, 0, 3, 2, 5, 4, 16}) {
+        c.SetChartType(type);
+        EXPECT_EQ(c.ChartType(), type);
+        EXPECT_FALSE(c.ChartItem()->series().isEmpty()) << type;
+        EXPECT_EQ(c.DataAt(1, 2), "2");
+    }
+    // The 3D types carry their drawn depth, the 2D ones none.
+    c.SetChartType(Chart::Bar3D);
+    EXPECT_NE(c.ChartItem()->graphicsEffect(), nullptr);
+    c.SetChartType(Chart::Bar2D);
+    EXPECT_EQ(c.ChartItem()->graphicsEffect(), nullptr);
+}
+
+TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
+{
+    EXPECT_EQ(platform::ChartTypeOf("Torta"), 14);
+    EXPECT_EQ(platform::ChartTypeOf("Barre3D"), 0);
+    EXPECT_EQ(platform::ChartTypeOf("Linee 3D"), 2);
+    EXPECT_EQ(platform::ChartTypeOf("Area"), 5);
+    Chart a, b;
+    a.ChartData(QVector<QVariant>{1, 2});
+    platform::ChartStyleSwitch sw({"Torta", "Barre", "Barre 3D"}, {&a, &b});
+    EXPECT_EQ(sw.objectName(), "frm_Grafici");
+    sw.Button(0)->click();
+    EXPECT_EQ(a.ChartType(), 14);
+    EXPECT_EQ(b.ChartType(), 14);
+    sw.Button(2)->click();
+    EXPECT_EQ(b.ChartType(), 0);
+    EXPECT_EQ(a.DataAt(1, 2), "2");
+
+    // frmErrori's rule on a 900 x 600 form (10800 x 7200 twips).
+    QWidget form;
+    form.resize(900, 600);
+    QWidget chart(&form);
+    chart.setGeometry(0, 0, 10, 10);
+    platform::ApplyChartResize(&form, &chart, nullptr, platform::ResizeRuleOf("msc_Errori"));
+    EXPECT_EQ(chart.geometry(), QRect(platform::Twips(4760), 0, platform::Twips(10800 - 4600), platform::Twips(7200 - 400)));
+    // Too small: width and height keep what they had, Left is set all the same.
+    form.resize(300, 60);
+    chart.setGeometry(0, 0, 10, 10);
+    platform::ApplyChartResize(&form, &chart, nullptr, platform::ResizeRuleOf("msc_Errori"));
+    EXPECT_EQ(chart.geometry(), QRect(platform::Twips(4760), 0, 10, 10));
+}

@@ -1,0 +1,122 @@
+// The report on a golden ledger, every label against the hand arithmetic.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Chart.h"
+#include "platform/Forms.h"
+#include "stats/Report.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class ReportTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Module1::Main(dir.path());
+        Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+        Module1::dbSet.Execute("UPDATE Settaggi SET CapitalGain = 12.5");
+        frame = MDIForm1::Instance();
+        frame->Form_Activate();
+        frame->mnu_NuovoPortafoglio_Click();
+    }
+    void TearDown() override
+    {
+        platform::Forms::UnloadAll();
+        FlushDeletes();
+        Module1::dbExe.Close();
+        Module1::dbSet.Close();
+    }
+    QWidget* report() { return frame->MostraFinestra("frmReport"); }
+    QString lab(const char* n) { return report()->findChild<QLabel*>(n)->text(); }
+    platform::Chart* chart(const char* n) { return report()->findChild<platform::Chart*>(n); }
+    void chiusa(double gp, double perc, double comm)
+    {
+        Module1::dbExe.Execute("INSERT INTO OperazioniChiuse (Data, giornoDiSettimana, Cod, GP, GPPercentuale, Commissioni) VALUES ('10/01/2003',6,'X',"
+                               + num::SqlText(gp) + "," + num::SqlText(perc) + "," + num::SqlText(comm) + ")");
+    }
+
+    QTemporaryDir dir;
+    MDIForm1* frame = nullptr;
+};
+
+} // namespace
+
+TEST_F(ReportTest, GoldenLedgerThroughReplayAndReport)
+{
+    auto& exe = Module1::dbExe;
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
+    AddTrade(exe, "15/01/2003", "Buy", "T2", "ENI", 100, 12);
+    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 50, 13);  // gp 100, 18.18%, comm 6.25
+    AddTrade(exe, "20/01/2003", "Sell", "T2", "ENI", 150, 9);  // gp -300, -18.18%, comm 8.75
+    AddTrade(exe, "21/01/2003", "Buy", "T2", "TIM", 1000, 2);
+    AddTrade(exe, "22/01/2003", "Sell", "T2", "TIM", 1000, 2); // gp 0, 0%, comm 5 + 5
+    frame->ControlloMenu();
+
+    EXPECT_EQ(lab("lab_Gain"), "100");
+    EXPECT_EQ(lab("lab_Lose"), "300");
+    EXPECT_EQ(lab("lab_Commissioni"), "25");            // 6.25 + 8.75 + 10
+    EXPECT_EQ(lab("lab_CapitalGain"), "0");             // gross -200 is not above 0
+    EXPECT_EQ(lab("lab_TotaleGP"), "-225");             // (-200 - 25) - 0
+    EXPECT_EQ(lab("lab_OpGain"), "1");
+    EXPECT_EQ(lab("lab_OpGainP"), "33%");               // floor(100 * 1/3)
+    EXPECT_EQ(lab("lab_OpLoseP"), "33%");
+    EXPECT_EQ(lab("lab_OpPariP"), "33%");               // and they don't add up to 100
+    EXPECT_EQ(lab("lab_NumOperazioni"), "3");
+    EXPECT_EQ(lab("lab_PercGain"), "18,18%");
+    EXPECT_EQ(lab("lab_PercLose"), "-18,18%");
+    EXPECT_EQ(lab("lab_PercTotale"), "0");
+    EXPECT_EQ(lab("lab_PercMedia"), "0");
+    EXPECT_EQ(Module1::UtileNetto(), -225.0);
+
+    platform::Chart* bil = chart("msc_Bilancio");
+    EXPECT_EQ(bil->RowCount(), 1);
+    EXPECT_EQ(bil->ColumnCount(), 4);
+    EXPECT_EQ(bil->DataAt(1, 1), "100");
+    EXPECT_EQ(bil->DataAt(1, 4), "0"); // read back from lab_CapitalGain
+    EXPECT_EQ(bil->RowLabelAt(1), "Bilancio");
+    EXPECT_EQ(chart("msc_Operazioni")->DataAt(1, 3), "1");
+    EXPECT_EQ(chart("msc_OperazioniPercentuali")->DataAt(1, 2), "18,18");
+
+    // The style switch redraws all three without losing their data.
+    report()->findChild<QRadioButton*>("Option1(0)")->click();
+    EXPECT_EQ(bil->ChartType(), 14);
+    EXPECT_EQ(chart("msc_OperazioniPercentuali")->ChartType(), 14);
+    EXPECT_EQ(bil->DataAt(1, 2), "300");
+}
+
+TEST_F(ReportTest, TaxOnTheGrossTestAndFlooredFigures)
+{
+    // Gross 100, commissions 130, 12.5%: floor(|(100 - 130) * 12.5 / 100|) = floor(3.75) = 3.
+    EXPECT_EQ(stats::CapitalGain(100, 130, 12.5), 3);
+    EXPECT_EQ(stats::CapitalGain(0, 130, 12.5), 0);
+    EXPECT_EQ(stats::CapitalGain(-5, 0, 12.5), 0);
+    chiusa(150, 5, 65);
+    chiusa(-50, -6, 65);
+    chiusa(0, 0, 0);
+    chiusa(0, 0, 0);
+    EXPECT_EQ(lab("lab_CapitalGain"), "3");
+    EXPECT_EQ(lab("lab_TotaleGP"), "-33");              // (100 - 130) - 3
+    EXPECT_EQ(Module1::UtileNetto(), -33.0);
+    EXPECT_EQ(lab("lab_PercTotale"), "-1");             // 5 - 6
+    EXPECT_EQ(lab("lab_PercMedia"), "-1");              // floor(-1 / 4): -0.25 floors to -1
+    EXPECT_EQ(lab("lab_OpPariP"), "50%");
+
+    // An emptied table leaves the window as it was.
+    Module1::dbExe.Execute("DELETE * FROM OperazioniChiuse");
+    QMetaObject::invokeMethod(report(), "Main");
+    EXPECT_EQ(lab("lab_TotaleGP"), "-33");
+    EXPECT_FALSE(Module1::UtileNetto().has_value());
+    chiusa(10, 1, 1);
+    Module1::sFilePortafoglio.clear();
+    EXPECT_FALSE(Module1::UtileNetto().has_value()); // no portfolio named
+}

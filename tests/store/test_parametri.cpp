@@ -1,0 +1,100 @@
+// The initial parameters: the four fields and the systems' grid, saved on every way of closing.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/DataSource.h"
+#include "platform/Forms.h"
+#include "store/frmParametriIniziali.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class ParametriTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        Module1::Main(dir.path());
+        set.Open(dir.filePath("DataSet.qvd"));
+    }
+    void TearDown() override
+    {
+        platform::Forms::UnloadAll();
+        FlushDeletes();
+        Module1::dbSet.Close();
+    }
+    // Opens the modal window from its menu and lets `work` act on it.
+    void apri(std::function<void(QWidget*)> work)
+    {
+        WhenModal([work](QWidget* w) { work(w); }, [](QWidget* w) { return w->objectName() == "frmParametriIniziali"; });
+        MDIForm1::Instance()->Menu("mnu_ParametriIniziali")->trigger();
+    }
+    QStringList settaggi() { return Rows(set, "SELECT CapitaleIniziale, CapitalGain, SLMM, SLP FROM Settaggi"); }
+
+    QTemporaryDir dir;
+    store::Database set;
+};
+
+void scrivi(QWidget* w, const char* name, const QString& text)
+{
+    auto* e = w->findChild<QLineEdit*>(name);
+    e->clear();
+    QTest::keyClicks(e, text);
+}
+
+} // namespace
+
+TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredValue)
+{
+    EXPECT_EQ(settaggi(), QStringList{"10000|26|250|3"});
+    apri([](QWidget* w) {
+        EXPECT_EQ(w->findChild<QLineEdit*>("txtCapitaleIniziale")->text(), "10000");
+        scrivi(w, "txtCapitaleIniziale", "25000,505");  // two decimals at most
+        scrivi(w, "txtCapitalGain", "125,5");           // two digits before the comma
+        w->findChild<QLineEdit*>("txtSLMM")->clear();   // emptied: keeps 250
+        scrivi(w, "txtSLP", "2,,5");                    // one comma only
+        w->close();                                     // closing by the window's own button saves too
+    });
+    EXPECT_EQ(settaggi(), QStringList{"25000,5|12,5|250|2,5"});
+
+    apri([](QWidget* w) {
+        scrivi(w, "txtSLMM", "300");
+        w->findChild<QPushButton*>("Command2")->click();
+    });
+    EXPECT_EQ(settaggi(), QStringList{"25000,5|12,5|300|2,5"});
+}
+
+TEST_F(ParametriTest, SystemsGridEditsAddsAndKeepsTheLastRow)
+{
+    apri([](QWidget* w) {
+        auto* grid = w->findChild<QTableView*>("DBGrid1");
+        auto* model = grid->model();
+        ASSERT_EQ(model->rowCount(), 5);
+        EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), "%.");
+        EXPECT_TRUE(model->setData(model->index(0, 2), "2,5"));      // a comma number into Commissioni
+        WhenModal([](QWidget* box) { box->close(); }, [](QWidget* b) { return b->objectName() == "MsgBox"; });
+        EXPECT_FALSE(model->setData(model->index(0, 3), "tanto"));   // refused, the cell keeps its value
+        w->findChild<QPushButton*>("cmd_Aggiungi")->click();
+        EXPECT_EQ(model->rowCount(), 6);
+        // Delete down to one row; the last one stays.
+        for (int i = 0; i < 6; ++i) {
+            grid->setCurrentIndex(model->index(0, 0));
+            if (model->rowCount() == 1)
+                PressOnModal("OK");
+            w->findChild<QPushButton*>("cmd_Elimina")->click();
+        }
+        EXPECT_EQ(model->rowCount(), 1);
+        w->close();
+    });
+    EXPECT_EQ(Rows(set, "SELECT Cod FROM System"), QStringList{"NUOVO"});
+}
