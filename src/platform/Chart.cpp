@@ -180,7 +180,12 @@ QColor Chart::colorOf(int series) const
 
 void Chart::redraw()
 {
-    auto* chart = new QChart;
+    // One chart for the widget's life: emptied and filled again, never replaced under the view.
+    QChart* chart = view_->chart();
+    chart->setGraphicsEffect(nullptr);
+    chart->removeAllSeries();
+    for (QAbstractAxis* axis : chart->axes())
+        chart->removeAxis(axis), delete axis;
     chart->setAnimationOptions(QChart::NoAnimation);
     chart->setMargins(QMargins(4, 4, 4, 4));
     chart->legend()->setAlignment(Qt::AlignBottom);
@@ -317,9 +322,6 @@ void Chart::redraw()
         chart->setGraphicsEffect(shadow);
     }
     chart->legend()->setVisible(columns_ > 0 && type_ != XY2D ? true : columns_ > 2);
-    QChart* old = view_->chart();
-    view_->setChart(chart);
-    delete old;
 }
 
 } // namespace platform

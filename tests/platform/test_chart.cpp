@@ -4,6 +4,7 @@
 #include "platform/Failure.h"
 
 #include <QChart>
+#include <QCoreApplication>
 #include <QRadioButton>
 
 #include <gtest/gtest.h>
@@ -36,9 +37,13 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
     EXPECT_EQ(c.RowCount(), 5);
     EXPECT_EQ(c.DataAt(5, 1), "");
 
-    // Every type draws from the same grid, and switching keeps the data.
-    for (int type : {14, 1, 0, 3, 2, 5, 4, 16}) {
+    // Every type draws from the same grid, and switching keeps the data;
+    // shown and painted between switches (the old plot may still be painted once).
+    c.resize(400, 300);
+    c.show();
+    for (int type : {14, 1, 0, 14, 3, 2, 5, 4, 16, 14}) {
         c.SetChartType(type);
+        QCoreApplication::processEvents();
         EXPECT_EQ(c.ChartType(), type);
         EXPECT_FALSE(c.ChartItem()->series().isEmpty()) << type;
         EXPECT_EQ(c.DataAt(1, 2), "2");
