@@ -36,21 +36,11 @@ public:
     int refreshes = 0;
 };
 
-class FrameCommandsTest : public ::testing::Test {
+class FrameCommandsTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
-        frame = MDIForm1::Instance();
-        frame->Form_Activate();
-        frame->mnu_NuovoPortafoglio_Click();
-    }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        dbExe.Close();
-        Module1::dbSet.Close();
+        Avvia(true);
     }
     bool menu(const char* name) { return frame->Menu(name)->isEnabled(); }
     bool button(int i) { return frame->Button(i)->isEnabled(); }
@@ -62,8 +52,6 @@ protected:
         return w;
     }
 
-    QTemporaryDir dir;
-    MDIForm1* frame = nullptr;
 };
 
 } // namespace

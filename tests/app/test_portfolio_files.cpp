@@ -19,20 +19,11 @@ using Module1::dbSet;
 
 namespace {
 
-class PortfolioFilesTest : public ::testing::Test {
+class PortfolioFilesTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
-        frame = MDIForm1::Instance();
-        frame->Form_Activate();
-    }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        dbExe.Close();
-        dbSet.Close();
+        Avvia();
     }
     QString path(const QString& name) const { return QDir(dir.path()).filePath(name); }
     QString apriUltimo() { return dbSet.OpenRecordset("SELECT  ApriUltimo FROM Settaggi").Text("ApriUltimo"); }
@@ -53,8 +44,6 @@ protected:
         frame->mnu_Apri_Click();
     }
 
-    QTemporaryDir dir;
-    MDIForm1* frame = nullptr;
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "platform/Forms.h"
 #include "store/Delivered.h"
 #include "support/Fixture.h"
+#include "support/Gui.h"
 
 #include <QAction>
 #include <QApplication>
@@ -18,17 +19,8 @@ using namespace testing_support;
 
 namespace {
 
-class StartupTest : public ::testing::Test {
-protected:
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        Module1::dbExe.Close();
-        Module1::dbSet.Close();
-    }
-    QTemporaryDir dir;
-};
+// Starts by hand: what the start does is the subject here.
+using StartupTest = ProgramTest;
 
 bool enabled(const char* name) { return MDIForm1::Instance()->Menu(QString::fromLatin1(name))->isEnabled(); }
 

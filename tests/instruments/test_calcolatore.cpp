@@ -20,7 +20,7 @@ using namespace testing_support;
 
 namespace {
 
-class CalcolatoreTest : public ::testing::Test {
+class CalcolatoreTest : public ProgramTest {
 protected:
     void SetUp() override
     {
@@ -33,18 +33,11 @@ protected:
         w = qobject_cast<Calcolatore*>(platform::Forms::Find("Calcolatore"));
         ASSERT_NE(w, nullptr);
     }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        Module1::dbSet.Close();
-    }
     QLineEdit* edit(const char* n) { return w->findChild<QLineEdit*>(n); }
     QString lcd(const char* n) { return w->findChild<platform::PictureSurface*>(n)->accessibleName(); }
     QString label(const char* n) { return w->findChild<QLabel*>(n)->text(); }
     void type(const char* n, const QString& t) { QTest::keyClicks(edit(n), t); }
 
-    QTemporaryDir dir;
     Calcolatore* w = nullptr;
 };
 

@@ -23,27 +23,17 @@ using namespace testing_support;
 
 namespace {
 
-class TradeEntryTest : public ::testing::Test {
+class TradeEntryTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
+        Avvia(true);
         // The worked example's profile: 2 per thousand, at least 5.
         Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
-        frame = MDIForm1::Instance();
-        frame->Form_Activate();
-        frame->mnu_NuovoPortafoglio_Click();
         w = qobject_cast<frmEseguiti*>(platform::Forms::Find("frmEseguiti"));
         ASSERT_NE(w, nullptr);
         disk.Open(dir.filePath("DataExe.qvd"));
         set.Open(dir.filePath("DataSet.qvd"));
-    }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        Module1::dbExe.Close();
-        Module1::dbSet.Close();
     }
     template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
     QLineEdit* edit(const char* name) { return c<QLineEdit>(name); }
@@ -87,8 +77,6 @@ protected:
     QStringList eseguiti() { return Rows(disk, "SELECT ID, Data, Tipo, Cod, Qta, Prezzo, Importo, Errore, PrezzoOttimale FROM Eseguiti"); }
     double contatore(const QString& cod) { return set.OpenRecordset("SELECT Contatore FROM Errori WHERE Cod='" + cod + "'").Number("Contatore"); }
 
-    QTemporaryDir dir;
-    MDIForm1* frame = nullptr;
     frmEseguiti* w = nullptr;
     store::Database disk, set;
 };

@@ -18,23 +18,13 @@ using namespace testing_support;
 
 namespace {
 
-class ReportTest : public ::testing::Test {
+class ReportTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
+        Avvia(true);
         Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
         Module1::dbSet.Execute("UPDATE Settaggi SET CapitalGain = 12.5");
-        frame = MDIForm1::Instance();
-        frame->Form_Activate();
-        frame->mnu_NuovoPortafoglio_Click();
-    }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        Module1::dbExe.Close();
-        Module1::dbSet.Close();
     }
     QWidget* report() { return frame->MostraFinestra("frmReport"); }
     QString lab(const char* n) { return report()->findChild<QLabel*>(n)->text(); }
@@ -45,8 +35,6 @@ protected:
                                + num::SqlText(gp) + "," + num::SqlText(perc) + "," + num::SqlText(comm) + ")");
     }
 
-    QTemporaryDir dir;
-    MDIForm1* frame = nullptr;
 };
 
 } // namespace

@@ -20,18 +20,12 @@ using namespace testing_support;
 
 namespace {
 
-class ParametriTest : public ::testing::Test {
+class ParametriTest : public ProgramTest {
 protected:
     void SetUp() override
     {
         Module1::Main(dir.path());
         set.Open(dir.filePath("DataSet.qvd"));
-    }
-    void TearDown() override
-    {
-        platform::Forms::UnloadAll();
-        FlushDeletes();
-        Module1::dbSet.Close();
     }
     // Opens the modal window from its menu and lets `work` act on it.
     void apri(std::function<void(QWidget*)> work)
@@ -41,7 +35,6 @@ protected:
     }
     QStringList settaggi() { return Rows(set, "SELECT CapitaleIniziale, CapitalGain, SLMM, SLP FROM Settaggi"); }
 
-    QTemporaryDir dir;
     store::Database set;
 };
 

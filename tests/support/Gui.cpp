@@ -1,5 +1,9 @@
 #include "support/Gui.h"
 
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Forms.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
@@ -66,6 +70,27 @@ void AnswerFileDialog(const QString& path, QString* seenTitle)
 void FlushDeletes()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace testing_support
+
+namespace testing_support {
+
+void ProgramTest::Avvia(bool nuovoPortafoglio)
+{
+    Module1::Main(dir.path());
+    frame = MDIForm1::Instance();
+    frame->Form_Activate();
+    if (nuovoPortafoglio)
+        frame->mnu_NuovoPortafoglio_Click();
+}
+
+void ProgramTest::TearDown()
+{
+    platform::Forms::UnloadAll();
+    FlushDeletes();
+    Module1::dbExe.Close();
+    Module1::dbSet.Close();
 }
 
 } // namespace testing_support

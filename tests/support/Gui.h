@@ -1,9 +1,14 @@
 #pragma once
 // Helpers for window tests.
 #include <QString>
+#include <QTemporaryDir>
 #include <QWidget>
 
+#include <gtest/gtest.h>
+
 #include <functional>
+
+class MDIForm1;
 
 namespace testing_support {
 
@@ -17,5 +22,17 @@ void PressOnModal(const QString& buttonText, QString* seenText = nullptr);
 void AnswerFileDialog(const QString& path, QString* seenTitle = nullptr);
 // Deletes the windows unloaded with deleteLater.
 void FlushDeletes();
+
+// A program started in a temporary program folder, closed again after each test.
+class ProgramTest : public ::testing::Test {
+protected:
+    // Runs the start and the frame's first activation; optionally a new portfolio.
+    void Avvia(bool nuovoPortafoglio = false);
+    void TearDown() override;
+    QString path(const QString& name) const { return dir.filePath(name); }
+
+    QTemporaryDir dir;
+    MDIForm1* frame = nullptr;
+};
 
 } // namespace testing_support
