@@ -23,3 +23,16 @@ static void BM_RicalcolaPortafoglio(benchmark::State& state)
     state.counters["closed"] = ledger.dbExe.OpenRecordset("SELECT Data FROM OperazioniChiuse").RecordCount();
 }
 BENCHMARK(BM_RicalcolaPortafoglio)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// One trade typed and confirmed: a single durable statement, under both sync levels.
+static void BM_DurableInsert(benchmark::State& state)
+{
+    bench::GeneratedLedger ledger;
+    bench::MakeLedger(ledger, 10);
+    if (state.range(0) == 0)
+        ledger.dbExe.ExecuteScript(QStringLiteral("PRAGMA synchronous=NORMAL"));
+    for (auto _ : state)
+        ledger.dbExe.Execute(QStringLiteral("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('01/02/2004','Versamento','10.5','.')"));
+    state.SetLabel(state.range(0) == 0 ? "synchronous=NORMAL" : "synchronous=FULL");
+}
+BENCHMARK(BM_DurableInsert)->Arg(0)->Arg(1)->Unit(benchmark::kMicrosecond);
