@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -157,6 +158,16 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
     EXPECT_EQ(dbExe.Path(), path("DataExe.qvd")); // nothing changed
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
     EXPECT_EQ(FileBytes(text.fileName()), before);
+
+    // A truncated database: Open ends silently, Open last reports the failure.
+    const QString troncato = path("troncato.qvp");
+    store::Database::CopyFile(path("DataExe.qvd"), troncato);
+    QFile::resize(troncato, 2000);
+    open(troncato);
+    EXPECT_EQ(dbExe.Path(), path("DataExe.qvd"));
+    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + troncato + "'");
+    EXPECT_THROW(frame->mnu_ApriUltimo_Click(), store::DbError);
+    EXPECT_EQ(QFileInfo(troncato).size(), 2000);
 
     // A portfolio missing a table: Open ends silently at the replay, Open last reports the failure.
     const QString broken = path("rotto.qvp");

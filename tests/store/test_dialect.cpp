@@ -49,6 +49,7 @@ TEST(Dialect, WhatSqliteAcceptsPassesUnchanged)
         "SELECT Data  FROM Eseguiti",
         "UPDATE Errori SET  Contatore = 3 WHERE Cod ='NE'",
         "SELECT Sum([GP])AS Totale FROM OperazioniChiuse",
+        "SELECT [Data], [qta] FROM [Eseguiti] WHERE [Cod] = 'ENI'",
         "SELECT * FROM Errori WHERE False",
         "INSERT INTO Errori SELECT * FROM ErroriDefault",
         "SELECT DISTINCT Cod FROM Eseguiti ORDER BY Cod",
