@@ -181,7 +181,7 @@ void frmEseguiti::crea()
     dat_Eseguiti_->Refresh();
     dbg_Eseguiti_->Bind(dat_Eseguiti_, kColonne);
     dbg_Eseguiti_->setColumnWidth(cData, 90);
-    dbg_Eseguiti_->setColumnWidth(cTitolo, 200);
+    dbg_Eseguiti_->setColumnWidth(cTitolo, 190);
     auto* tabella = new QGroupBox(QStringLiteral("Tabella eseguiti"), this);
     auto* tabellaLayout = new QVBoxLayout(tabella);
     tabellaLayout->addWidget(dbg_Eseguiti_);
@@ -191,7 +191,7 @@ void frmEseguiti::crea()
     layout->addWidget(campi);
     layout->addLayout(conta);
     layout->addWidget(tabella, 1);
-    resize(980, 600);
+    resize(1120, 600);
 
     Module1::FiltroNumeri(txtPrezzo_, 5, 2);
     Module1::FiltroNumeri(txtPzoOttimale_, 5, 2);
