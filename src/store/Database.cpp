@@ -204,8 +204,22 @@ void Connection::exec(const QString& sql)
 Database::Database() = default;
 Database::~Database() = default;
 
+namespace {
+// Before the library's first use: no global memory statistics, whose mutex every
+// allocation would otherwise take.
+void configureOnce()
+{
+    static const bool done = [] {
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+        return true;
+    }();
+    (void)done;
+}
+} // namespace
+
 void Database::Open(const QString& path)
 {
+    configureOnce();
     // The file held stays open until the new one has opened.
     auto conn = std::make_shared<Connection>();
     conn->path = path;
@@ -340,6 +354,7 @@ void Database::ExecuteScript(const QString& script)
 
 void Database::Create(const QString& path, const QString& script)
 {
+    configureOnce();
     if (QFileInfo::exists(path))
         throw DbError(QStringLiteral("Il file esiste già"), path);
     sqlite3* db = nullptr;
