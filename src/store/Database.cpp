@@ -302,39 +302,31 @@ Recordset Database::OpenRecordset(const QString& sql)
     rs.columns_ = shape.names;
     rs.realColumns_ = shape.realColumns;
     const std::vector<bool>& isDate = shape.dateColumns;
+    rs.rows_.SetColumns(n - first);
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
         if (first)
             rs.rowids_.push_back(sqlite3_column_int64(st, 0));
-        std::vector<QVariant> row;
-        row.reserve(static_cast<std::size_t>(n - first));
         for (int c = first; c < n; ++c) {
             switch (sqlite3_column_type(st, c)) {
             case SQLITE_INTEGER:
-                row.emplace_back(static_cast<qlonglong>(sqlite3_column_int64(st, c)));
+                rs.rows_.AddInteger(sqlite3_column_int64(st, c));
                 break;
             case SQLITE_FLOAT:
-                row.emplace_back(sqlite3_column_double(st, c));
+                rs.rows_.AddReal(sqlite3_column_double(st, c));
                 break;
-            case SQLITE_TEXT: {
-                const QString text = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(st, c)),
-                                                       sqlite3_column_bytes(st, c));
-                if (isDate[static_cast<std::size_t>(c - first)]) {
-                    const QDate d = QDate::fromString(text, Qt::ISODate);
-                    row.emplace_back(d.isValid() ? QVariant(d) : QVariant(text));
-                } else {
-                    row.emplace_back(text);
-                }
+            case SQLITE_TEXT:
+                rs.rows_.AddText(reinterpret_cast<const char*>(sqlite3_column_text(st, c)), sqlite3_column_bytes(st, c),
+                                 isDate[static_cast<std::size_t>(c - first)]);
                 break;
-            }
             case SQLITE_BLOB:
-                row.emplace_back(QByteArray(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c)));
+                rs.rows_.AddBlob(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c));
                 break;
             default:
-                row.emplace_back();
+                rs.rows_.AddNull();
             }
         }
-        rs.rows_.push_back(std::move(row));
+        rs.rows_.EndRow();
     }
     sqlite3_reset(st);
     if (rc != SQLITE_DONE)

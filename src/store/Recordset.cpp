@@ -27,12 +27,106 @@ int compareValues(const QVariant& a, const QVariant& b)
 
 } // namespace
 
-bool Recordset::Eof() const { return rows_.empty() || pos_ >= static_cast<int>(rows_.size()); }
-bool Recordset::Bof() const { return rows_.empty() || pos_ < 0; }
+QVariant RowStore::Value(int row, int column) const
+{
+    const Cell& c = cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column)];
+    switch (c.kind) {
+    case Integer: return static_cast<qlonglong>(c.integer);
+    case Real: return c.real;
+    case Text: return QString::fromUtf8(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+    case Date: {
+        const QString t = QString::fromLatin1(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+        const QDate d = QDate::fromString(t, Qt::ISODate);
+        return d.isValid() ? QVariant(d) : QVariant(t);
+    }
+    case Blob: return QByteArray(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+    default: return {};
+    }
+}
+
+std::vector<QVariant> RowStore::Row(int row) const
+{
+    std::vector<QVariant> values;
+    values.reserve(static_cast<std::size_t>(columns_));
+    for (int c = 0; c < columns_; ++c)
+        values.push_back(Value(row, c));
+    return values;
+}
+
+void RowStore::encode(Cell& cell, const QVariant& v)
+{
+    cell = Cell{};
+    if (!v.isValid() || v.isNull())
+        return;
+    switch (v.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        cell.kind = Integer;
+        cell.integer = v.toLongLong();
+        return;
+    case QMetaType::Double:
+    case QMetaType::Float:
+        cell.kind = Real;
+        cell.real = v.toDouble();
+        return;
+    case QMetaType::QByteArray: {
+        const QByteArray b = v.toByteArray();
+        cell.kind = Blob;
+        cell.integer = text_.size();
+        cell.real = static_cast<double>(b.size());
+        text_ += b;
+        return;
+    }
+    default: {
+        const bool date = v.typeId() == QMetaType::QDate;
+        const QByteArray b = date ? v.toDate().toString(Qt::ISODate).toLatin1() : v.toString().toUtf8();
+        cell.kind = date ? Date : Text;
+        cell.integer = text_.size();
+        cell.real = static_cast<double>(b.size());
+        text_ += b;
+    }
+    }
+}
+
+void RowStore::SetRow(int row, const std::vector<QVariant>& values)
+{
+    for (int c = 0; c < columns_; ++c)
+        encode(cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(c)],
+               values[static_cast<std::size_t>(c)]);
+}
+
+void RowStore::Erase(int row)
+{
+    if (columns_ == 0) {
+        --rows_;
+        return;
+    }
+    const auto first = cells_.begin() + static_cast<std::ptrdiff_t>(row) * columns_;
+    cells_.erase(first, first + columns_);
+}
+
+void RowStore::AddNull() { cells_.push_back(Cell{}); }
+void RowStore::AddInteger(qint64 v) { cells_.push_back(Cell{Integer, v, 0}); }
+void RowStore::AddReal(double v) { cells_.push_back(Cell{Real, 0, v}); }
+
+void RowStore::AddText(const char* utf8, int bytes, bool date)
+{
+    cells_.push_back(Cell{date ? Date : Text, text_.size(), static_cast<double>(bytes)});
+    text_.append(utf8, bytes);
+}
+
+void RowStore::AddBlob(const char* data, int bytes)
+{
+    cells_.push_back(Cell{Blob, text_.size(), static_cast<double>(bytes)});
+    text_.append(data, bytes);
+}
+
+bool Recordset::Eof() const { return rows_.Empty() || pos_ >= rows_.Size(); }
+bool Recordset::Bof() const { return rows_.Empty() || pos_ < 0; }
 
 void Recordset::MoveFirst()
 {
-    if (rows_.empty())
+    if (rows_.Empty())
         throw DbError(kNoCurrent, statement_);
     pos_ = 0;
     afterDelete_ = false;
@@ -40,9 +134,9 @@ void Recordset::MoveFirst()
 
 void Recordset::MoveLast()
 {
-    if (rows_.empty())
+    if (rows_.Empty())
         throw DbError(kNoCurrent, statement_);
-    pos_ = static_cast<int>(rows_.size()) - 1;
+    pos_ = rows_.Size() - 1;
     afterDelete_ = false;
 }
 
@@ -67,13 +161,13 @@ void Recordset::MovePrevious()
 
 void Recordset::Move(int offset)
 {
-    if (rows_.empty())
+    if (rows_.Empty())
         throw DbError(kNoCurrent, statement_);
     if (afterDelete_ && offset > 0)
         --offset;
     afterDelete_ = false;
     const long long target = static_cast<long long>(pos_) + offset;
-    if (target < -1 || target > static_cast<long long>(rows_.size()))
+    if (target < -1 || target > static_cast<long long>(rows_.Size()))
         throw DbError(kNoCurrent, statement_);
     pos_ = static_cast<int>(target);
 }
@@ -87,7 +181,7 @@ int Recordset::AbsolutePosition() const
 
 void Recordset::SetAbsolutePosition(int position)
 {
-    if (position < 0 || position >= static_cast<int>(rows_.size()))
+    if (position < 0 || position >= rows_.Size())
         throw DbError(QStringLiteral("Argomento non valido."), statement_);
     pos_ = position;
     afterDelete_ = false;
@@ -114,8 +208,8 @@ bool Recordset::FindFirst(const QString& criteria)
             throw DbError(QStringLiteral("Criterio non valido"), criteria);
         target = v;
     }
-    for (int i = 0; i < static_cast<int>(rows_.size()); ++i) {
-        const QVariant& value = rows_[static_cast<std::size_t>(i)][static_cast<std::size_t>(col)];
+    for (int i = 0; i < rows_.Size(); ++i) {
+        const QVariant value = rows_.Value(i, col);
         if (value.isNull())
             continue;
         const int c = compareValues(value, target);
@@ -196,10 +290,10 @@ void Recordset::requireCurrent() const
         throw DbError(kNoCurrent, statement_);
 }
 
-const std::vector<QVariant>& Recordset::current() const
+QVariant Recordset::current(int column) const
 {
     requireCurrent();
-    return rows_[static_cast<std::size_t>(pos_)];
+    return rows_.Value(pos_, column);
 }
 
 QVariant Recordset::Field(const QString& name) const
@@ -207,20 +301,20 @@ QVariant Recordset::Field(const QString& name) const
     const int c = column(name);
     if (editing_)
         return buffer_[static_cast<std::size_t>(c)];
-    return current()[static_cast<std::size_t>(c)];
+    return current(c);
 }
 
 QVariant Recordset::Field(int index) const
 {
     FieldName(index);
-    return current()[static_cast<std::size_t>(index)];
+    return current(index);
 }
 
 QVariant Recordset::ValueAt(int row, int column) const
 {
     if (row < 0 || row >= RecordCount() || column < 0 || column >= FieldCount())
         return {};
-    return rows_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+    return rows_.Value(row, column);
 }
 
 QString Recordset::Text(const QString& name) const { return num::Text(Field(name)); }
@@ -241,7 +335,8 @@ void Recordset::Edit()
 {
     if (!Updatable())
         throw DbError(QStringLiteral("Impossibile aggiornare. Database o oggetto di sola lettura."), statement_);
-    buffer_ = current();
+    requireCurrent();
+    buffer_ = rows_.Row(pos_);
     dirty_.assign(buffer_.size(), false);
     editing_ = true;
 }
@@ -311,7 +406,7 @@ void Recordset::Update()
             conn->fail(sql);
         ++conn->statementsRun;
     }
-    rows_[static_cast<std::size_t>(pos_)] = buffer_;
+    rows_.SetRow(pos_, buffer_);
     CancelUpdate();
 }
 
@@ -333,7 +428,7 @@ void Recordset::Delete()
     if (rc != SQLITE_DONE)
         conn->fail(sql);
     ++conn->statementsRun;
-    rows_.erase(rows_.begin() + pos_);
+    rows_.Erase(pos_);
     rowids_.erase(rowids_.begin() + pos_);
     afterDelete_ = true;
 }

@@ -10,6 +10,39 @@ namespace store {
 
 struct Connection;
 
+// The values of a snapshot, packed: numbers inline, texts in one buffer,
+// turned into QVariants only when read.
+class RowStore {
+public:
+    void SetColumns(int columns) { columns_ = columns; }
+    int Size() const { return columns_ ? static_cast<int>(cells_.size() / static_cast<std::size_t>(columns_)) : rows_; }
+    bool Empty() const { return Size() == 0; }
+    QVariant Value(int row, int column) const;
+    std::vector<QVariant> Row(int row) const;
+    void SetRow(int row, const std::vector<QVariant>& values);
+    void Erase(int row);
+
+    void AddNull();
+    void AddInteger(qint64 v);
+    void AddReal(double v);
+    void AddText(const char* utf8, int bytes, bool date);
+    void AddBlob(const char* data, int bytes);
+    void EndRow() { ++rows_; }
+
+private:
+    enum Kind : unsigned char { Null, Integer, Real, Text, Date, Blob };
+    struct Cell {
+        Kind kind = Null;
+        qint64 integer = 0; // also the offset of a text in the buffer
+        double real = 0;    // also the length of a text
+    };
+    void encode(Cell& cell, const QVariant& value);
+    int columns_ = 0;
+    int rows_ = 0; // rows of a cursor with no columns
+    std::vector<Cell> cells_;
+    QByteArray text_;
+};
+
 // A snapshot cursor: the rows as they were when it was opened.
 // On a cursor over one table, Edit/Update/Delete write through at once.
 class Recordset {
@@ -18,7 +51,7 @@ public:
 
     bool Eof() const;
     bool Bof() const;
-    int RecordCount() const { return static_cast<int>(rows_.size()); }
+    int RecordCount() const { return rows_.Size(); }
     void MoveFirst();
     void MoveLast();
     void MoveNext();
@@ -56,13 +89,13 @@ public:
 private:
     friend class Database;
     int column(const QString& name) const;
-    const std::vector<QVariant>& current() const;
+    QVariant current(int column) const;
     void requireCurrent() const;
 
     std::weak_ptr<Connection> conn_;
     std::shared_ptr<const std::vector<QString>> columns_;
     std::shared_ptr<const std::vector<bool>> realColumns_;
-    std::vector<std::vector<QVariant>> rows_;
+    RowStore rows_;
     std::vector<long long> rowids_;
     QString table_;
     QString statement_;
