@@ -44,6 +44,32 @@ QVariant RowStore::Value(int row, int column) const
     }
 }
 
+bool RowStore::Number(int row, int column, double* out) const
+{
+    const Cell& c = cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column)];
+    if (c.kind == Real)
+        *out = c.real;
+    else if (c.kind == Integer)
+        *out = static_cast<double>(c.integer);
+    else if (c.kind == Null)
+        *out = 0.0;
+    else
+        return false;
+    return true;
+}
+
+bool RowStore::PlainText(int row, int column, QString* out) const
+{
+    const Cell& c = cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column)];
+    if (c.kind == Text)
+        *out = QString::fromUtf8(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+    else if (c.kind == Null)
+        out->clear();
+    else
+        return false;
+    return true;
+}
+
 std::vector<QVariant> RowStore::Row(int row) const
 {
     std::vector<QVariant> values;
@@ -317,10 +343,27 @@ QVariant Recordset::ValueAt(int row, int column) const
     return rows_.Value(row, column);
 }
 
-QString Recordset::Text(const QString& name) const { return num::Text(Field(name)); }
+QString Recordset::Text(const QString& name) const
+{
+    if (!editing_) {
+        const int c = column(name);
+        requireCurrent();
+        QString text;
+        if (rows_.PlainText(pos_, c, &text))
+            return text;
+    }
+    return num::Text(Field(name));
+}
 
 double Recordset::Number(const QString& name) const
 {
+    if (!editing_) {
+        const int c = column(name);
+        requireCurrent();
+        double d = 0;
+        if (rows_.Number(pos_, c, &d))
+            return d;
+    }
     const QVariant v = Field(name);
     if (v.isNull())
         return 0.0;

@@ -18,6 +18,9 @@ public:
     int Size() const { return columns_ ? static_cast<int>(cells_.size() / static_cast<std::size_t>(columns_)) : rows_; }
     bool Empty() const { return Size() == 0; }
     QVariant Value(int row, int column) const;
+    // Fast readers for the common kinds; false when the cell is of another kind.
+    bool Number(int row, int column, double* out) const;
+    bool PlainText(int row, int column, QString* out) const;
     std::vector<QVariant> Row(int row) const;
     void SetRow(int row, const std::vector<QVariant>& values);
     void Erase(int row);
