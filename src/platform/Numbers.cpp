@@ -59,7 +59,8 @@ QString formatWith(double value, QChar decimal)
     }
     if (s == QLatin1String("-0"))
         s = QStringLiteral("0");
-    s.replace('.', decimal);
+    if (decimal != QLatin1Char('.'))
+        s.replace('.', decimal);
     return s;
 }
 

@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace store {
@@ -30,6 +31,8 @@ struct Connection {
     QHash<QString, PreparedShape> cursorCache; // statements behind a Recordset
     QHash<QString, QStringList> columns;
     int savepoints = 0;
+    // The texts bound to the statement about to run; kept alive until it has run.
+    std::string boundText;
     long long statementsRun = 0;
 
     ~Connection();
@@ -38,7 +41,7 @@ struct Connection {
     QStringList columnsOf(const QString& table);
     // The prepared statements for a shape; for a cursor, with the rowid in front when possible.
     PreparedShape& prepare(const Lifted& lifted, bool cursor, const QString& original);
-    void bind(const PreparedShape& shape, const Lifted& lifted, const QString& original) const;
+    void bind(const PreparedShape& shape, const Lifted& lifted, const QString& original);
     void exec(const QString& sql);
 };
 

@@ -25,8 +25,8 @@ const QRegularExpression& singleTableSelect()
 
 bool isSchemaChange(const QString& sql)
 {
-    const QString s = sql.trimmed().left(6).toUpper();
-    return s.startsWith(QLatin1String("CREATE")) || s.startsWith(QLatin1String("DROP")) || s.startsWith(QLatin1String("ALTER"));
+    return StartsWithWord(sql, QLatin1StringView("CREATE")) || StartsWithWord(sql, QLatin1StringView("DROP"))
+        || StartsWithWord(sql, QLatin1StringView("ALTER"));
 }
 
 } // namespace
@@ -137,30 +137,42 @@ PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QStr
 }
 
 namespace {
-// Plain ASCII texts (codes, systems, most titles) skip the UTF-8 conversion buffer.
-int bindText(sqlite3_stmt* st, int index, QStringView text)
+// Appends a text as UTF-8 to the bound-text buffer and binds it there without a copy.
+int bindText(std::string& buffer, sqlite3_stmt* st, int index, QStringView text)
 {
-    char buf[256];
-    if (text.size() <= static_cast<qsizetype>(sizeof buf)) {
-        bool ascii = true;
-        for (qsizetype k = 0; k < text.size(); ++k) {
-            const char16_t u = text[k].unicode();
-            if (u >= 128) {
-                ascii = false;
-                break;
-            }
-            buf[k] = static_cast<char>(u);
+    const std::size_t at = buffer.size();
+    bool ascii = true;
+    for (const QChar c : text) {
+        if (c.unicode() >= 128) {
+            ascii = false;
+            break;
         }
-        if (ascii)
-            return sqlite3_bind_text(st, index, buf, static_cast<int>(text.size()), SQLITE_TRANSIENT);
     }
-    const QByteArray u = text.toUtf8();
-    return sqlite3_bind_text(st, index, u.constData(), static_cast<int>(u.size()), SQLITE_TRANSIENT);
+    if (ascii) {
+        for (const QChar c : text)
+            buffer.push_back(static_cast<char>(c.unicode()));
+    } else {
+        const QByteArray u = text.toUtf8();
+        buffer.append(u.constData(), static_cast<std::size_t>(u.size()));
+    }
+    return sqlite3_bind_text(st, index, buffer.data() + at, static_cast<int>(buffer.size() - at), SQLITE_STATIC);
+}
+
+// Room for every text of a statement, so that binding never moves the buffer.
+std::size_t textRoom(const Lifted& lifted)
+{
+    std::size_t room = 0;
+    for (const Literal& lit : lifted.params)
+        if (lit.kind == Literal::Kind::Text)
+            room += static_cast<std::size_t>(lit.text().size()) * 3 + 16;
+    return room;
 }
 } // namespace
 
-void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original) const
+void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original)
 {
+    boundText.clear();
+    boundText.reserve(textRoom(lifted));
     int p = 0;
     for (sqlite3_stmt* st : shape.stmts) {
         sqlite3_reset(st);
@@ -173,9 +185,9 @@ void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QS
             switch (lit.kind) {
             case Literal::Kind::Text: {
                 if (shape.dateParams[static_cast<std::size_t>(p)])
-                    rc = bindText(st, i, DateParamValue(lit.text()));
+                    rc = bindText(boundText, st, i, DateParamValue(lit.text()));
                 else
-                    rc = bindText(st, i, lit.text());
+                    rc = bindText(boundText, st, i, lit.text());
                 break;
             }
             case Literal::Kind::Integer:

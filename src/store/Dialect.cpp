@@ -24,16 +24,6 @@ bool isIdentChar(QChar c)
     return isAsciiLetter(u) || isAsciiDigit(u) || u == '_' || u == '$' || (u > 127 && c.isLetterOrNumber());
 }
 
-QString firstWord(const QString& sql)
-{
-    int i = 0;
-    while (i < sql.size() && sql[i].isSpace())
-        ++i;
-    int j = i;
-    while (j < sql.size() && isIdentChar(sql[j]))
-        ++j;
-    return sql.mid(i, j - i).toUpper();
-}
 
 // Splits at commas that are not inside brackets or quotes.
 QStringList splitTopLevel(const QString& text)
@@ -96,6 +86,23 @@ void markDates(const QString& shape, int valueStart, const QStringList& values, 
 
 } // namespace
 
+bool StartsWithWord(const QString& sql, QLatin1StringView word)
+{
+    qsizetype i = 0;
+    while (i < sql.size() && sql[i].isSpace())
+        ++i;
+    if (sql.size() - i < word.size())
+        return false;
+    for (qsizetype k = 0; k < word.size(); ++k) {
+        char16_t c = sql[i + k].unicode();
+        if (c >= 'a' && c <= 'z')
+            c = char16_t(c - 32);
+        if (c != char16_t(word[k].unicode()))
+            return false;
+    }
+    return i + word.size() == sql.size() || !isIdentChar(sql[i + word.size()]);
+}
+
 bool IsDateColumn(const QString& column)
 {
     return column.compare(QLatin1String("Data"), Qt::CaseInsensitive) == 0;
@@ -116,9 +123,8 @@ QString DateParamValue(QStringView text)
 
 Lifted LiftLiterals(const QString& sql)
 {
-    const QString verb = firstWord(sql);
-    const bool liftable = verb == QLatin1String("SELECT") || verb == QLatin1String("INSERT")
-        || verb == QLatin1String("UPDATE") || verb == QLatin1String("DELETE");
+    const bool liftable = StartsWithWord(sql, QLatin1StringView("SELECT")) || StartsWithWord(sql, QLatin1StringView("INSERT"))
+        || StartsWithWord(sql, QLatin1StringView("UPDATE")) || StartsWithWord(sql, QLatin1StringView("DELETE"));
     if (!liftable)
         return {sql, {}};
 

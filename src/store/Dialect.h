@@ -42,6 +42,9 @@ Translation Translate(const QString& shape, int paramCount, const ColumnsOf& col
 // effectively runs. Used by tests and error texts.
 QStringList ToSqlite(const QString& sql, const ColumnsOf& columnsOf = {});
 
+// True when the statement's first word is `word` (ASCII, any case), without allocating.
+bool StartsWithWord(const QString& sql, QLatin1StringView word);
+
 // Dates live in columns named Data, stored as YYYY-MM-DD.
 bool IsDateColumn(const QString& column);
 // '17/01/2003' -> '2003-01-17' when the text is a short date; otherwise unchanged.
