@@ -243,8 +243,14 @@ void Database::Open(const QString& path)
     sqlite3_extended_result_codes(conn->db, 1);
     // Reading the schema tells a database from any other file.
     conn->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
-    if (!sqlite3_db_readonly(conn->db, "main"))
-        conn->exec(QString::fromLatin1(kPragmas));
+    if (!sqlite3_db_readonly(conn->db, "main")) {
+        try {
+            conn->exec(QString::fromLatin1(kPragmas));
+        } catch (const DbError&) {
+            // A folder where the log can't live (read-only media): the classic journal still keeps each statement whole.
+            conn->exec(QStringLiteral("PRAGMA journal_mode=DELETE; PRAGMA synchronous=FULL;"));
+        }
+    }
     conn_ = std::move(conn);
 }
 
