@@ -97,7 +97,7 @@ QVariant RecordsetModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
         return {};
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
         return Text(index.row(), index.column());
     if (role == Qt::TextAlignmentRole) {
         const int field = fields_.value(index.column(), -1);
@@ -117,44 +117,6 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     if (orientation == Qt::Horizontal)
         return columns_.value(section).caption;
     return section + 1;
-}
-
-EditableRecordsetModel::EditableRecordsetModel(DataSource* source, QList<GridColumn> columns, QObject* parent)
-    : QAbstractTableModel(parent), source_(source), columns_(std::move(columns))
-{
-    auto reset = [this]() {
-        beginResetModel();
-        endResetModel();
-    };
-    connect(source_, &DataSource::Reloaded, this, reset);
-    connect(source_, &DataSource::RowsChanged, this, reset);
-}
-
-int EditableRecordsetModel::rowCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : source_->Recordset().RecordCount();
-}
-
-int EditableRecordsetModel::columnCount(const QModelIndex& parent) const
-{
-    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
-}
-
-QVariant EditableRecordsetModel::data(const QModelIndex& index, int role) const
-{
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole && role != Qt::TextAlignmentRole))
-        return {};
-    store::Recordset& rs = source_->Recordset();
-    int field = -1;
-    for (int i = 0; i < rs.FieldCount(); ++i)
-        if (rs.FieldName(i).compare(columns_[index.column()].field, Qt::CaseInsensitive) == 0)
-            field = i;
-    const QVariant v = rs.ValueAt(index.row(), field);
-    if (role == Qt::TextAlignmentRole) {
-        const bool number = v.typeId() == QMetaType::Double || v.typeId() == QMetaType::LongLong;
-        return QVariant::fromValue(Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft));
-    }
-    return num::Text(v);
 }
 
 bool EditableRecordsetModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -180,15 +142,6 @@ bool EditableRecordsetModel::setData(const QModelIndex& index, const QVariant& v
 Qt::ItemFlags EditableRecordsetModel::flags(const QModelIndex& index) const
 {
     return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
-}
-
-QVariant EditableRecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (role != Qt::DisplayRole)
-        return {};
-    if (orientation == Qt::Horizontal)
-        return columns_.value(section).caption;
-    return section + 1;
 }
 
 void EditableRecordsetModel::AppendRow(const QString& table, const QString& columns, const QString& values)

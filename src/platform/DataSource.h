@@ -49,8 +49,9 @@ struct GridColumn {
     QString field;
 };
 
-// Rows of a data source's cursor: dates dd/mm/yyyy, numbers in the Italian default text, right-aligned.
-class RecordsetModel final : public QAbstractTableModel {
+// Rows of a data source's cursor: dates dd/mm/yyyy, numbers in the Italian default text,
+// right-aligned. An editable model writes each changed cell to its row at once.
+class RecordsetModel : public QAbstractTableModel {
     Q_OBJECT
 public:
     RecordsetModel(DataSource* source, QList<GridColumn> columns, QObject* parent = nullptr);
@@ -61,34 +62,24 @@ public:
     // Text of a column of a row, as the grid shows it.
     QString Text(int row, int column) const;
 
-private:
+protected:
     DataSource* source_;
     QList<GridColumn> columns_;
     QList<int> fields_;
 };
 
-// The rows of a data source's cursor over one table, edited in place: each
-// changed cell is written to its row at once.
-class EditableRecordsetModel final : public QAbstractTableModel {
+class EditableRecordsetModel final : public RecordsetModel {
     Q_OBJECT
 public:
-    EditableRecordsetModel(DataSource* source, QList<GridColumn> columns, QObject* parent = nullptr);
-    int rowCount(const QModelIndex& parent = {}) const override;
-    int columnCount(const QModelIndex& parent = {}) const override;
-    QVariant data(const QModelIndex& index, int role) const override;
+    using RecordsetModel::RecordsetModel;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    // Adds a row with the given values (field -> SQL literal) and reloads.
+    // Adds a row with the given values (SQL literals) and reloads.
     void AppendRow(const QString& table, const QString& columns, const QString& values);
     void RemoveRow(int row);
 
 signals:
     void EditRefused(const QString& value);
-
-private:
-    DataSource* source_;
-    QList<GridColumn> columns_;
 };
 
 // A read-only grid over a data source; the selected row is the cursor's row.
