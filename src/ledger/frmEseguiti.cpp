@@ -400,32 +400,12 @@ void frmEseguiti::logicaTipo()
         mostraTesti(false);
         rsPortafoglio_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM Portafoglio "));
         if (modoNuovo()) {
-            cmb_Codice_->clear();
-            cmb_Titolo_->clear();
-            while (!rsPortafoglio_.Eof()) {
-                cmb_Codice_->addItem(rsPortafoglio_.Text(QStringLiteral("Cod")));
-                cmb_Titolo_->addItem(rsPortafoglio_.Text(QStringLiteral("Titolo")));
-                rsPortafoglio_.MoveNext();
-            }
-            cmb_Codice_->setCurrentIndex(0);
-            cmb_Titolo_->setCurrentIndex(0);
+            riempiPosizioni(false);
             const store::Recordset& sistemi = dat_System_->Recordset();
             dbc_System_->setEditText(sistemi.Eof() ? QString() : sistemi.Text(QStringLiteral("Cod")));
             sincronizzaQuantita();
         } else if (modoModifica()) {
-            cmb_Codice_->clear();
-            cmb_Titolo_->clear();
-            cmb_Codice_->addItem(dbg_Eseguiti_->Column(cCodice));
-            cmb_Titolo_->addItem(dbg_Eseguiti_->Column(cTitolo));
-            while (!rsPortafoglio_.Eof()) {
-                if (rsPortafoglio_.Text(QStringLiteral("Cod")) != cmb_Codice_->itemText(0)) {
-                    cmb_Codice_->addItem(rsPortafoglio_.Text(QStringLiteral("Cod")));
-                    cmb_Titolo_->addItem(rsPortafoglio_.Text(QStringLiteral("Titolo")));
-                }
-                rsPortafoglio_.MoveNext();
-            }
-            cmb_Codice_->setCurrentIndex(0);
-            cmb_Titolo_->setCurrentIndex(0);
+            riempiPosizioni(true);
             dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
         }
     } else {
@@ -446,6 +426,27 @@ void frmEseguiti::logicaTipo()
         }
     }
     ControlloConferma();
+}
+
+void frmEseguiti::riempiPosizioni(bool rigaPrima)
+{
+    // In modify mode the edited trade's own code stays first, even if its position is closed.
+    cmb_Codice_->clear();
+    cmb_Titolo_->clear();
+    if (rigaPrima) {
+        cmb_Codice_->addItem(dbg_Eseguiti_->Column(cCodice));
+        cmb_Titolo_->addItem(dbg_Eseguiti_->Column(cTitolo));
+    }
+    while (!rsPortafoglio_.Eof()) {
+        const QString cod = rsPortafoglio_.Text(QStringLiteral("Cod"));
+        if (!rigaPrima || cod != cmb_Codice_->itemText(0)) {
+            cmb_Codice_->addItem(cod);
+            cmb_Titolo_->addItem(rsPortafoglio_.Text(QStringLiteral("Titolo")));
+        }
+        rsPortafoglio_.MoveNext();
+    }
+    cmb_Codice_->setCurrentIndex(0);
+    cmb_Titolo_->setCurrentIndex(0);
 }
 
 void frmEseguiti::sincronizzaQuantita()

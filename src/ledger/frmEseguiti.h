@@ -55,6 +55,7 @@ private:
     void riempiErroreEOttimale();
     void aggiornaImporto(bool daPrezzo);
     void sincronizzaQuantita();
+    void riempiPosizioni(bool rigaPrima);
     void impostaData(const QString& text);
     QString codice() const;
     QString titolo() const;
