@@ -309,6 +309,16 @@ void frmEseguiti::riempiErroreEOttimale()
     }
 }
 
+void frmEseguiti::riempiDallaRiga()
+{
+    impostaData(dbg_Eseguiti_->Column(cData));
+    scegli(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
+    dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
+    txtQta_->setText(dbg_Eseguiti_->Column(cQta));
+    txtPrezzo_->setText(dbg_Eseguiti_->Column(cPrezzo));
+    riempiErroreEOttimale();
+}
+
 void frmEseguiti::logicaModo()
 {
     const bool righe = dat_Eseguiti_->Recordset().RecordCount() > 0 && dat_Eseguiti_->Recordset().AbsolutePosition() >= 0;
@@ -319,14 +329,9 @@ void frmEseguiti::logicaModo()
             mostraTesti(true);
             txt_Codice_->setEnabled(false);
             txt_Titolo_->setEnabled(false);
-            impostaData(dbg_Eseguiti_->Column(cData));
-            scegli(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
-            dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
             txt_Codice_->setText(dbg_Eseguiti_->Column(cCodice));
             txt_Titolo_->setText(dbg_Eseguiti_->Column(cTitolo));
-            txtQta_->setText(dbg_Eseguiti_->Column(cQta));
-            txtPrezzo_->setText(dbg_Eseguiti_->Column(cPrezzo));
-            riempiErroreEOttimale();
+            riempiDallaRiga();
         }
     }
     if (modoModifica()) {
@@ -345,12 +350,7 @@ void frmEseguiti::logicaModo()
                 txt_Codice_->setText(dbg_Eseguiti_->Column(cCodice));
                 txt_Titolo_->setText(dbg_Eseguiti_->Column(cTitolo));
             }
-            impostaData(dbg_Eseguiti_->Column(cData));
-            scegli(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
-            dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
-            txtQta_->setText(dbg_Eseguiti_->Column(cQta));
-            txtPrezzo_->setText(dbg_Eseguiti_->Column(cPrezzo));
-            riempiErroreEOttimale();
+            riempiDallaRiga();
         }
     }
     if (modoNuovo()) {

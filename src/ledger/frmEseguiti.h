@@ -53,6 +53,8 @@ private:
     void AbilitaCampi(bool on);
     void mostraTesti(bool testi);
     void riempiErroreEOttimale();
+    // The fields both Modifica and Elimina take from the selected row.
+    void riempiDallaRiga();
     void aggiornaImporto(bool daPrezzo);
     void sincronizzaQuantita();
     void riempiPosizioni(bool rigaPrima);
