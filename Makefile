@@ -26,8 +26,8 @@ test: deps
 bench: deps
 	cmake -S . -B $(BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_TESTS=OFF -DQUORVEL_BENCH=ON
 	cmake --build $(BENCH) -j $(JOBS)
-	$(BENCH)/bench/bench_replay --benchmark_min_time=0.5
-	$(BENCH)/bench/bench_confirm --benchmark_min_time=0.5
+	for b in $$(find $(BENCH)/bench -maxdepth 1 -type f -executable -name 'bench_*' | sort); do \
+	  $$b --benchmark_min_time=0.5 || exit 1; done
 
 clean:
 	rm -rf build

@@ -6,6 +6,16 @@
 #include "ledger/frmEseguiti.h"
 #include "stats/frmReport.h"
 #include "store/frmParametriIniziali.h"
+// account and portfolio
+
+// statistics
+
+// import
+
+// export
+
+// preferences and password
+
 
 void RegistraFinestre()
 {
@@ -14,4 +24,15 @@ void RegistraFinestre()
         QStringLiteral("frmParametriIniziali"), []() -> QWidget* { return frmParametriIniziali::Instance(); }, true);
     MDIForm1::RegistraFinestra(QStringLiteral("frmReport"), []() -> QWidget* { return frmReport::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("Calcolatore"), []() -> QWidget* { return Calcolatore::Instance(); });
+
+    // account and portfolio
+
+    // statistics
+
+    // import
+
+    // export
+
+    // preferences and password
+
 }
