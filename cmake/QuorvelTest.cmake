@@ -22,5 +22,5 @@ function(quorvel_add_test name)
     "ASAN_OPTIONS=detect_leaks=1:abort_on_error=0"
     "UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1"
     "QUORVEL_TEST_DATA=${PROJECT_SOURCE_DIR}/tests/fixtures")
-  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${env}" TIMEOUT 120)
+  set_tests_properties(${name} PROPERTIES ENVIRONMENT "${env}" TIMEOUT 60)
 endfunction()
