@@ -229,3 +229,19 @@ TEST_F(EsportaTest, FailuresCloseTheWindowSilentlyAndLeaveThePortfolioWhole)
     scratch.Open(path(store::kScratchPortfolio));
     EXPECT_EQ(Rows(scratch, "SELECT * FROM Eseguiti ORDER BY ID"), eseguiti);
 }
+
+TEST_F(EsportaTest, TheBarsSixteenBitCounterOverflowsPast32767Steps)
+{
+    // One step a record: the 32768th overflows the counter, and that failure closes the window too.
+    dbExe.ExecuteScript("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 32768) "
+                        "INSERT INTO Portafoglio (System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni) "
+                        "SELECT 'DAY', 'C' || i, 't', 1, 1, 1, 0 FROM n;");
+    esporta([&](QWidget* w) {
+        clic(w, "chk_Portafoglio");
+        rispondi(path("tanti.csv"), 3);
+        clic(w, "cmd_Avvia");
+        EXPECT_FALSE(aperta());
+    });
+    // Lines written up to the failing step: title, empty line, headers, then 32767 + 1 records.
+    EXPECT_EQ(FileBytes(path("tanti.csv")).count("\r\n"), 3 + 32768);
+}
