@@ -67,7 +67,7 @@ const Layout kLayout[] = {
       {u"Commis.", u"Commissioni"}}},
 };
 
-// The formatted block A1:L2 and the widest column the layout may hold.
+// The formatted block A1:L2, and the widest a column is made for its contents.
 constexpr int kColonneBanda = 12;
 constexpr int kRigheTestata = 2;
 constexpr double kLarghezzaMassima = 60;
@@ -241,6 +241,9 @@ private:
         const auto c = static_cast<lxw_col_t>(col);
         if (value.typeId() == QMetaType::QString)
             value = comeDigitato(value.toString());
+        // The workbook's day numbers start in 1900; an earlier date stays as its text.
+        if (value.typeId() == QMetaType::QDate && value.toDate().year() < 1900)
+            value = num::DateText(value.toDate());
         if (value.typeId() == QMetaType::QDate && !(stile & DataBreve))
             stile |= DataSistema;
         lxw_format* f = cartella_.Formato(stile);

@@ -210,7 +210,10 @@ TEST_F(EsportaFileTest, WorkbookSheetsFormatsAndValuesReadBack)
 
 TEST_F(EsportaFileTest, WorkbookChosenSheetsTakeTheFirstDefaultPlaces)
 {
+    posizione("'SWING','31/12/1899','Vecchio',1,1,1,0"); // before the workbook's first day
     const Xlsx soloPortafoglio(xlsx({false, false, true}));
+    EXPECT_EQ(soloPortafoglio.Cella(1, "A6").tipo, "s");
+    EXPECT_EQ(soloPortafoglio.Cella(1, "A6").valore, "31/12/1899");
     EXPECT_EQ(soloPortafoglio.Fogli(), (QStringList{"Portafoglio", "Foglio2", "Foglio3"}));
     EXPECT_EQ(soloPortafoglio.FoglioAttivo(), 0);
     EXPECT_TRUE(soloPortafoglio.Foglio(1).contains("tabSelected=\"1\""));
@@ -227,7 +230,7 @@ TEST_F(EsportaFileTest, WorkbookChosenSheetsTakeTheFirstDefaultPlaces)
     EXPECT_EQ(senzaChiuse.Cella(1, "A2").valore, "Data");
     EXPECT_FALSE(senzaChiuse.Cella(1, "A3").esiste);
     EXPECT_TRUE(senzaChiuse.Foglio(1).contains("<drawing"));
-    EXPECT_EQ(registro.eventi.mid(0, 3), (QStringList{"barra", "Eseguiti=0", "max 3"}));
+    EXPECT_EQ(registro.eventi.mid(0, 3), (QStringList{"barra", "Eseguiti=0", "max 4"}));
 }
 
 TEST_F(EsportaFileTest, WorkbookFailureLeavesTheEmptyWorkbook)
