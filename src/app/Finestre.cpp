@@ -13,6 +13,7 @@
 // import
 
 // export
+#include "export/frmEsporta.h"
 
 // preferences and password
 
@@ -32,6 +33,7 @@ void RegistraFinestre()
     // import
 
     // export
+    MDIForm1::RegistraFinestra(QStringLiteral("frmEsporta"), []() -> QWidget* { return frmEsporta::Instance(); }, true);
 
     // preferences and password
 

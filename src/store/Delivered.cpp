@@ -59,6 +59,7 @@ bool InstallDelivered(const QString& programFolder)
     if (!dir.exists(kScratchPortfolio))
         CreateEmptyPortfolio(dir.filePath(kScratchPortfolio));
     copyResource(QStringLiteral("Start"), dir.filePath(QStringLiteral("Start")));
+    copyResource(kLogoFile, dir.filePath(kLogoFile));
     createAtomically(dir.filePath(kSettingsFile), SettingsScript());
     return true;
 }

@@ -6,6 +6,7 @@ namespace store {
 // Names of the files in the program folder.
 inline const QString kSettingsFile = QStringLiteral("DataSet.qvd");
 inline const QString kScratchPortfolio = QStringLiteral("DataExe.qvd");
+inline const QString kLogoFile = QStringLiteral("logoxls.png"); // the workbook export's logo
 
 // Schema scripts of the two databases, as delivered with the program.
 QString SettingsScript();  // schema and delivered rows
