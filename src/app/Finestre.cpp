@@ -7,6 +7,8 @@
 #include "stats/frmReport.h"
 #include "store/frmParametriIniziali.h"
 // account and portfolio
+#include "account/frmContoTitoli.h"
+#include "stats/frmPortafoglio.h"
 
 // statistics
 
@@ -26,6 +28,8 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("Calcolatore"), []() -> QWidget* { return Calcolatore::Instance(); });
 
     // account and portfolio
+    MDIForm1::RegistraFinestra(QStringLiteral("frmContoTitoli"), []() -> QWidget* { return frmContoTitoli::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmPortafoglio"), []() -> QWidget* { return frmPortafoglio::Instance(); });
 
     // statistics
 
