@@ -8,6 +8,8 @@
 #include "store/frmParametriIniziali.h"
 // account and portfolio
 #include "account/frmContoTitoli.h"
+#include "stats/Curve.h"
+#include "stats/frmOperazioniChiuse.h"
 #include "stats/frmPortafoglio.h"
 
 // statistics
@@ -30,6 +32,10 @@ void RegistraFinestre()
     // account and portfolio
     MDIForm1::RegistraFinestra(QStringLiteral("frmContoTitoli"), []() -> QWidget* { return frmContoTitoli::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmPortafoglio"), []() -> QWidget* { return frmPortafoglio::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmOperazioniChiuse"),
+                               []() -> QWidget* { return frmOperazioniChiuse::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmCapitale"), []() -> QWidget* { return frmCapitale::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmGrOperazioni"), []() -> QWidget* { return frmGrOperazioni::Instance(); });
 
     // statistics
 
