@@ -66,6 +66,11 @@ QLineEdit* CurvaOperazioni::testo(const QString& name, const QString& text)
 void CurvaOperazioni::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    ridisponi();
+}
+
+void CurvaOperazioni::ridisponi()
+{
     platform::ApplyChartResize(this, chart_, frm_Grafici_, platform::ResizeRuleOf(chart_->objectName()));
     disponiLegenda(frm_Grafici_->geometry());
 }
@@ -84,7 +89,7 @@ frmCapitale::frmCapitale()
     setMinimumSize(500, 320);
     resize(900, 520);
     Colore();
-    disponiLegenda(frm_Grafici_->geometry());
+    ridisponi();
     Main();
 }
 
@@ -136,7 +141,7 @@ frmGrOperazioni::frmGrOperazioni()
     setMinimumSize(720, 360);
     resize(900, 540);
     Colore();
-    disponiLegenda(frm_Grafici_->geometry());
+    ridisponi();
     Main();
 }
 

@@ -20,6 +20,8 @@ protected:
     // Lays out the band under the switch; called by the resize.
     virtual void disponiLegenda(const QRect& switchGeometry) = 0;
     void resizeEvent(QResizeEvent* event) override;
+    // The resize rule of the chart and the switch, then the band under them.
+    void ridisponi();
     // The caption line at the window's foot.
     QLineEdit* testo(const QString& name, const QString& text);
 
