@@ -12,6 +12,8 @@
 #include "support/Utente.h"
 
 #include <QAction>
+#include <QChart>
+#include <QLineSeries>
 #include <QLabel>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -170,5 +172,9 @@ TEST_F(CurveTest, CurvesFollowTheirResizeRules)
         EXPECT_EQ(chart->geometry(), QRect(0, 0, w->width(), platform::Twips(H - r.heightLess))) << r.window;
         EXPECT_EQ(w->findChild<QWidget*>("frm_Grafici")->y(), platform::Twips(H - 900)) << r.window;
         EXPECT_EQ(chart->DataAt(1, 1), "-100");
+        // Filled cell by cell, drawn once: the line is there with its one point.
+        auto* line = qobject_cast<QLineSeries*>(chart->ChartItem()->series().value(0));
+        ASSERT_NE(line, nullptr) << r.window;
+        EXPECT_EQ(line->count(), 1);
     }
 }
