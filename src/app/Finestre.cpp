@@ -7,6 +7,10 @@
 #include "stats/frmReport.h"
 #include "store/frmParametriIniziali.h"
 // account and portfolio
+#include "account/frmContoTitoli.h"
+#include "stats/Curve.h"
+#include "stats/frmOperazioniChiuse.h"
+#include "stats/frmPortafoglio.h"
 
 // statistics
 
@@ -27,6 +31,12 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("Calcolatore"), []() -> QWidget* { return Calcolatore::Instance(); });
 
     // account and portfolio
+    MDIForm1::RegistraFinestra(QStringLiteral("frmContoTitoli"), []() -> QWidget* { return frmContoTitoli::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmPortafoglio"), []() -> QWidget* { return frmPortafoglio::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmOperazioniChiuse"),
+                               []() -> QWidget* { return frmOperazioniChiuse::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmCapitale"), []() -> QWidget* { return frmCapitale::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmGrOperazioni"), []() -> QWidget* { return frmGrOperazioni::Instance(); });
 
     // statistics
 

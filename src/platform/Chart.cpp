@@ -55,6 +55,14 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
     redraw();
 }
 
+Chart::Batch::Batch(Chart* chart) : chart_(chart) { ++chart_->held_; }
+
+Chart::Batch::~Batch()
+{
+    if (--chart_->held_ == 0 && chart_->pending_)
+        chart_->redraw();
+}
+
 QChart* Chart::ChartItem() const { return view_->chart(); }
 
 void Chart::resizeGrid(int rows, int columns)
@@ -151,6 +159,12 @@ void Chart::SetSeriesColors(const QVector<QColor>& colors)
     redraw();
 }
 
+void Chart::SetLegendVisible(bool visible)
+{
+    legend_ = visible;
+    redraw();
+}
+
 QString Chart::DataAt(int row, int column) const
 {
     if (row < 1 || row > RowCount() || column < 1 || column > columns_)
@@ -180,6 +194,11 @@ QColor Chart::colorOf(int series) const
 
 void Chart::redraw()
 {
+    if (held_ > 0) {
+        pending_ = true;
+        return;
+    }
+    pending_ = false;
     // One chart for the widget's life: emptied and filled again, never replaced under the view.
     QChart* chart = view_->chart();
     chart->setGraphicsEffect(nullptr);
@@ -321,7 +340,7 @@ void Chart::redraw()
         shadow->setColor(QColor(0, 0, 0, 110));
         chart->setGraphicsEffect(shadow);
     }
-    chart->legend()->setVisible(columns_ > 0 && type_ != XY2D ? true : columns_ > 2);
+    chart->legend()->setVisible(legend_ && (columns_ > 0 && type_ != XY2D ? true : columns_ > 2));
 }
 
 } // namespace platform

@@ -21,6 +21,18 @@ public:
 
     explicit Chart(QWidget* parent = nullptr);
 
+    // Holds the chart's redraws while a window fills it cell by cell, and redraws once at its end.
+    class Batch {
+    public:
+        explicit Batch(Chart* chart);
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        Chart* chart_;
+    };
+
     // One row of values, one column (series) per value.
     void ChartData(const QVector<QVariant>& values);
     // Rows of values.
@@ -40,6 +52,8 @@ public:
     void SetChartType(int type);
     // Colours of the series in order; unset series take the palette.
     void SetSeriesColors(const QVector<QColor>& colors);
+    // Off for a window that shows its own legend beside the chart.
+    void SetLegendVisible(bool visible);
 
     Q_INVOKABLE int RowCount() const { return static_cast<int>(data_.size()); }
     Q_INVOKABLE int ColumnCount() const { return columns_; }
@@ -65,6 +79,9 @@ private:
     int row_ = 1;
     int column_ = 1;
     int type_ = Bar2D;
+    bool legend_ = true;
+    int held_ = 0;
+    bool pending_ = false;
 };
 
 } // namespace platform

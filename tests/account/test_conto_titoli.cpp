@@ -1,0 +1,243 @@
+// The securities account and the portfolio window on one hand-checked portfolio,
+// driven through the windows with the mouse and the keyboard.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Chart.h"
+#include "platform/DataSource.h"
+#include "platform/Forms.h"
+#include "platform/PictureSurface.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+#include "support/MessaggiVisti.h"
+#include "support/Utente.h"
+
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolBar>
+
+#include <cmath>
+
+using namespace testing_support;
+
+namespace {
+
+class ContoTitoliTest : public ProgramTest {
+protected:
+    QWidget* conto() { return platform::Forms::Find("frmContoTitoli"); }
+    template <class T> T* c(const char* name) { return conto()->findChild<T*>(QString::fromLatin1(name)); }
+    QRadioButton* modo(int i) { return c<QRadioButton>(QString("Option1(%1)").arg(i).toLatin1().constData()); }
+    QString saldo() { return c<QLabel>("lab_Saldo")->text(); }
+    platform::Chart* grafico() { return c<platform::Chart>("msc_ContoTitoli"); }
+    QStringList colonne()
+    {
+        QStringList out;
+        for (int i = 1; i <= grafico()->ColumnCount(); ++i)
+            out << grafico()->ColumnLabelAt(i) + "=" + grafico()->DataAt(1, i);
+        return out;
+    }
+    // A new movement typed in: Nuovo, date, type, amount, and a description unless empty.
+    void nuovo(const QString& data, const QString& tipo, const QString& importo, const QString& descrizione = QString())
+    {
+        Clicca(modo(0));
+        ScriviData(c<QDateEdit>("dtp_Data"), data);
+        Scegli(c<QComboBox>("cmb_Tipo"), tipo);
+        Scrivi(c<QLineEdit>("txtImporto"), importo);
+        if (!descrizione.isNull())
+            Scrivi(c<QLineEdit>("txt_Descrizione"), descrizione);
+        Clicca(c<QPushButton>("cmd_Ok"));
+    }
+    QStringList movimenti() { return Rows(Module1::dbExe, "SELECT Data, Tipo, Importo, Descrizione FROM Conto ORDER BY Data"); }
+    int rigaGriglia() { return c<platform::DataGrid>("DBGrid1")->currentIndex().row(); }
+    void clickToolbar(const char* key)
+    {
+        QAction* a = frame->Toolbar1()->findChild<QAction*>(key);
+        QTest::mouseClick(frame->Toolbar1()->widgetForAction(a), Qt::LeftButton);
+    }
+};
+
+} // namespace
+
+TEST_F(ContoTitoliTest, BeforeAnyPortfolioAnEmptyAccountThatOpensWithTheFirstPortfolio)
+{
+    Avvia(false);
+    clickToolbar("Conto");
+    ASSERT_NE(conto(), nullptr);
+    EXPECT_EQ(saldo(), "10000"); // the capital alone
+    // No net result without a portfolio: the last column has no value.
+    EXPECT_EQ(colonne(), QStringList({"Dividendi=0", "Versamento=0", "Prelievo=0", "CostiGestione=0", "saldoOperazioni="}));
+    EXPECT_FALSE(c<QLineEdit>("txtImporto")->isEnabled());
+    EXPECT_FALSE(modo(0)->isEnabled());
+    EXPECT_FALSE(c<QPushButton>("cmd_Ok")->isEnabled());
+    EXPECT_TRUE(c<QLabel>("lab_NessunPortafoglio")->isVisible());
+
+    frame->mnu_NuovoPortafoglio_Click(); // refreshes the open account by its name
+    EXPECT_TRUE(modo(0)->isEnabled());
+    EXPECT_FALSE(modo(1)->isEnabled()); // an empty account: only Nuovo
+    EXPECT_FALSE(c<QLabel>("lab_NessunPortafoglio")->isVisible());
+    nuovo("02/01/2003", "Versamento", "1000");
+    EXPECT_EQ(movimenti(), QStringList{"02/01/2003|Versamento|1000|."});
+    EXPECT_EQ(saldo(), "11000");
+    EXPECT_EQ(colonne().last(), "saldoOperazioni="); // a portfolio without closed operations
+}
+
+TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
+{
+    Avvia(true);
+    auto& exe = Module1::dbExe;
+    Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
+    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 50, 13);
+    AddTrade(exe, "20/01/2003", "Buy", "T2", "TIM", 1000, 2.5);
+    AddTrade(exe, "21/01/2003", "Buy", "T2", "BOT", 2, 0.5);
+    AddTrade(exe, "22/01/2003", "Buy", "T2", "BOT", 1, 0.125); // (2 * 0.5 + 0.125) / 3 = 0.375
+    frame->ControlloMenu();
+    // One closed operation: gp 50*13 - 50*10 = 150, commissions 5 + 5*50/100 = 7.5;
+    // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37.
+    const double utile = (150 - 7.5) - 37;
+    ASSERT_EQ(Module1::UtileNetto(), utile);
+
+    frame->Menu("mnu_ContoTitoli")->trigger();
+    ASSERT_NE(conto(), nullptr);
+    EXPECT_EQ(saldo(), "10105,5"); // 10000 + 105.5, no movements yet
+    EXPECT_FALSE(c<QLineEdit>("txt_Descrizione")->isEnabled()); // nothing to describe before an amount
+    EXPECT_EQ(c<QLineEdit>("txt_Descrizione")->text(), ".");
+
+    nuovo("02/01/2003", "Versamento", "2500", "apertura");
+    nuovo("15/02/2003", "Dividendi", "120,5");    // description left as "."
+    nuovo("03/03/2003", "Prelievo", "700", "");   // emptied: stored as "."
+    nuovo("01/02/2003", "Costi di gestione", "35,25", "l'affitto"); // the apostrophe never gets in
+    EXPECT_EQ(movimenti(), QStringList({"02/01/2003|Versamento|2500|apertura", "01/02/2003|Costi di gestione|35,25|laffitto",
+                                        "15/02/2003|Dividendi|120,5|.", "03/03/2003|Prelievo|700|."}));
+    // After an insert the grid returns to the row of the latest date before it, not to the new row.
+    EXPECT_EQ(rigaGriglia(), 3);
+
+    const double saldoMovimenti = 2500 + 120.5 - 700 - 35.25;
+    EXPECT_EQ(saldo(), "11990,75"); // 105.5 + 1885.25 + 10000: the positions' cost stays in the balance
+    EXPECT_EQ(10000 + saldoMovimenti + utile, 11990.75);
+    EXPECT_EQ(colonne(), QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
+                                      "saldoOperazioni=105,5"}));
+
+    // Two rows of an unknown type brought in by hand: one message each, at every computation.
+    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('05/03/2003','dividendi',999,'.')");
+    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('06/03/2003','Bonus',1,'.')");
+    const QString errore = "Errore nel modulo controllo record";
+    MessaggiVisti visti;
+    QMetaObject::invokeMethod(conto(), "Main");
+    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
+    EXPECT_EQ(saldo(), "11990,75"); // they count for nothing
+
+    // The portfolio window: positions at load price, liquidity, the dial.
+    frame->Menu("mnu_Portafoglio")->trigger();
+    QWidget* pf = platform::Forms::Find("frmPortafoglio");
+    ASSERT_NE(pf, nullptr);
+    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
+    auto* grid = pf->findChild<platform::DataGrid*>("DBGrid2");
+    QStringList captions;
+    for (int i = 0; i < grid->model()->columnCount(); ++i)
+        captions << grid->model()->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+    EXPECT_EQ(captions, QStringList({"Codice", "Quantità", "P.zoCarico", "Importo"}));
+    EXPECT_EQ(grid->Model()->Text(1, 0), "TIM");
+    EXPECT_EQ(grid->Model()->Text(1, 2), "2,5");
+    auto* msc = pf->findChild<platform::Chart*>("msc_Portafoglio");
+    EXPECT_EQ(msc->RowCount(), 3);
+    EXPECT_EQ(msc->DataAt(1, 1) + " " + msc->DataAt(2, 1) + " " + msc->DataAt(3, 1), "500 2500 1,125");
+    EXPECT_EQ(msc->RowLabelAt(3), "BOT");
+    const double valore = 50 * 10 + 1000 * 2.5 + 3 * 0.375;
+    EXPECT_EQ(pf->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "3001,125");
+    // ((105.5 + 10000) - 3001.125) + 1885.25 = 8989.625, a tie that goes to the even digit.
+    const double liquidita = ((utile + 10000) - valore) + saldoMovimenti;
+    EXPECT_EQ(liquidita, 8989.625);
+    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "8989,62");
+    // floor(10 * (898962.5 / 11990.75)) = floor(749.71...) = 749
+    const int quota = static_cast<int>(std::floor(10 * ((liquidita * 100) / (saldoMovimenti + utile + 10000))));
+    EXPECT_EQ(quota, 749);
+    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "749");
+
+    // A movement confirmed in the account refreshes the open portfolio window through the frame.
+    exe.Execute("DELETE * FROM Conto WHERE Importo = 999 OR Importo = 1");
+    QMetaObject::invokeMethod(conto(), "Main");
+    nuovo("10/03/2003", "Prelievo", "9000");
+    EXPECT_EQ(visti.Prendi(), QStringList{});
+    // 8989.625 - 9000 = -10.375: below zero it shows with its sign and the dial rests at 0.
+    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "-10,38");
+    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "0");
+    EXPECT_EQ(saldo(), "2990,75");
+}
+
+TEST_F(ContoTitoliTest, ModifyAndDeleteKeepTheGridPositionNotTheRow)
+{
+    Avvia(true);
+    frame->Menu("mnu_ContoTitoli")->trigger();
+    ASSERT_NE(conto(), nullptr);
+    // The amount box takes 5 digits and 2 decimals, the comma once, nothing else.
+    Clicca(modo(0));
+    Scrivi(c<QLineEdit>("txtImporto"), "123456,789a.,");
+    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "12345,78");
+
+    nuovo("10/01/2003", "Versamento", "1000");
+    nuovo("20/01/2003", "Dividendi", "50", "b");
+    nuovo("30/01/2003", "Prelievo", "200", "c");
+
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 1);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QDateEdit>("dtp_Data")->date(), QDate(2003, 1, 20));
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "Dividendi");
+    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "50");
+    EXPECT_TRUE(c<QLineEdit>("txt_Descrizione")->isEnabled());
+    Scrivi(c<QLineEdit>("txtImporto"), "75,5");
+    Scrivi(c<QLineEdit>("txt_Descrizione"), "cedola");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "20/01/2003|Dividendi|75,5|cedola",
+                                        "30/01/2003|Prelievo|200|c"}));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(saldo(), "10875,5"); // 10000 + 1000 + 75.5 - 200
+
+    // A later date moves the row down; the grid stays on the second row, now another movement.
+    ScriviData(c<QDateEdit>("dtp_Data"), "05/02/2003");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "Prelievo");
+
+    // Deleting a middle row goes on to the next one, deleting the last goes back one.
+    Clicca(modo(3));
+    EXPECT_FALSE(c<QLineEdit>("txtImporto")->isEnabled());
+    EXPECT_TRUE(c<QPushButton>("cmd_Ok")->isEnabled());
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "05/02/2003|Dividendi|75,5|cedola"}));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(c<QLineEdit>("txt_Descrizione")->text(), "cedola");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(rigaGriglia(), 0);
+    // A row without description shows its "." greyed while it is about to go.
+    EXPECT_EQ(c<QLineEdit>("txt_Descrizione")->palette().color(QPalette::Base), QColor(200, 200, 200));
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList{});
+    EXPECT_TRUE(modo(0)->isChecked()); // an empty account: only Nuovo
+    EXPECT_FALSE(modo(1)->isEnabled());
+    EXPECT_FALSE(modo(3)->isEnabled());
+    EXPECT_FALSE(c<QPushButton>("cmd_Ok")->isEnabled());
+    EXPECT_EQ(saldo(), "10000");
+
+    // The two chart styles.
+    Clicca(c<QRadioButton>("Option2(2)"));
+    EXPECT_EQ(grafico()->ChartType(), platform::Chart::Bar3D);
+    Clicca(c<QRadioButton>("Option2(0)"));
+    EXPECT_EQ(grafico()->ChartType(), platform::Chart::Bar2D);
+}
+
+TEST_F(ContoTitoliTest, ALoneCommaEnablesTheButtonAndTheEngineRefusesIt)
+{
+    Avvia(true);
+    frame->Menu("mnu_ContoTitoli")->trigger();
+    nuovo("10/01/2003", "Versamento", "1000");
+    const QStringList prima = movimenti();
+    Clicca(modo(0));
+    Scrivi(c<QLineEdit>("txtImporto"), ",");
+    // The test compares with a point, which never gets typed.
+    EXPECT_TRUE(c<QPushButton>("cmd_Ok")->isEnabled());
+    // The click's handler called straight, so its failure reaches the test.
+    EXPECT_THROW(QMetaObject::invokeMethod(conto(), "cmd_Ok_Click", Qt::DirectConnection), store::DbError);
+    EXPECT_EQ(movimenti(), prima);
+}

@@ -1,0 +1,180 @@
+// The closed operations table and the two curves, refreshed and closed by the
+// frame after commits typed into the trade window.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Chart.h"
+#include "platform/ChartStyle.h"
+#include "platform/DataSource.h"
+#include "platform/Forms.h"
+#include "stats/frmOperazioniChiuse.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+#include "support/Utente.h"
+
+#include <QAction>
+#include <QChart>
+#include <QLineSeries>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QToolBar>
+
+using namespace testing_support;
+
+namespace {
+
+class CurveTest : public ProgramTest {
+protected:
+    void SetUp() override
+    {
+        Avvia(true);
+        Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+    }
+    // A window opened from its toolbar button.
+    void apri(const char* key)
+    {
+        QAction* a = frame->Toolbar1()->findChild<QAction*>(key);
+        ASSERT_TRUE(a->isEnabled()) << key;
+        QTest::mouseClick(frame->Toolbar1()->widgetForAction(a), Qt::LeftButton);
+    }
+    static QWidget* finestra(const char* name) { return platform::Forms::Find(name); }
+    static platform::Chart* grafico(const char* window, const char* chart)
+    {
+        return finestra(window)->findChild<platform::Chart*>(chart);
+    }
+    // Column 1 (and 2) of every row of a chart, rows separated by blanks.
+    static QString serie(platform::Chart* c)
+    {
+        QStringList out;
+        for (int r = 1; r <= c->RowCount(); ++r)
+            out << (c->ColumnCount() > 1 ? c->DataAt(r, 1) + "/" + c->DataAt(r, 2) : c->DataAt(r, 1));
+        return out.join(' ');
+    }
+    QWidget* eseguiti() { return finestra("frmEseguiti"); }
+    template <class T> T* e(const char* name) { return eseguiti()->findChild<T*>(name); }
+    // A trade deleted in the trade window: its row clicked, Elimina, Conferma.
+    void eliminaEseguito(int row)
+    {
+        ClickRiga(e<platform::DataGrid>("dbg_Eseguiti"), row);
+        Clicca(e<QRadioButton>("Option1(3)"));
+        Clicca(e<QPushButton>("cmd_Ok"));
+        FlushDeletes();
+    }
+};
+
+} // namespace
+
+TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTablesCloseThem)
+{
+    auto& exe = Module1::dbExe;
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
+    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 40, 12); // 40*12 - 40*10 = 80
+    AddTrade(exe, "20/01/2003", "Buy", "T2", "TIM", 200, 5);
+    frame->ControlloMenu();
+    for (const char* key : {"Op.Chiuse", "GP", "Sequenze", "Portafoglio", "Conto"})
+        apri(key);
+    // One operation: one point equal to its result in both curves, against minus SLMM (250).
+    EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
+    EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/-250");
+    auto* chiuse = finestra("frmOperazioniChiuse")->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
+    EXPECT_EQ(chiuse->model()->rowCount(), 1);
+    // The style chosen stays through every refresh.
+    Clicca(finestra("frmCapitale")->findChild<QRadioButton*>("Option1(5)"));
+    EXPECT_EQ(grafico("frmCapitale", "msc_Capitale")->ChartType(), platform::Chart::Area3D);
+
+    // The sale of the whole TIM position at 4, typed as a user types it.
+    Clicca(e<QRadioButton>("Option1(0)"));
+    ScriviData(e<QDateEdit>("dtp_Data"), "25/01/2003");
+    Scegli(e<QComboBox>("cmb_Tipo"), "Sell");
+    Scegli(e<QComboBox>("cmb_Codice"), "TIM");
+    EXPECT_EQ(e<QLineEdit>("txtQta")->text(), "200");
+    Scrivi(e<QLineEdit>("txtPrezzo"), "4");
+    Clicca(e<QPushButton>("cmd_Ok"));
+    ASSERT_EQ(Rows(exe, "SELECT Cod, GP FROM OperazioniChiuse"), QStringList({"ENI|80", "TIM|-200"})); // 200*4 - 200*5
+
+    EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80 -120"); // 80, then 80 - 200
+    EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/-250 -200/-250");
+    EXPECT_EQ(grafico("frmCapitale", "msc_Capitale")->ChartType(), platform::Chart::Area3D);
+    EXPECT_EQ(chiuse->model()->rowCount(), 2);
+    EXPECT_EQ(chiuse->Model()->Text(1, 2), "TIM");
+    EXPECT_EQ(grafico("frmPortafoglio", "msc_Portafoglio")->RowLabelAt(1), "ENI");
+    EXPECT_EQ(finestra("frmPortafoglio")->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "600"); // 60 * 10
+
+    // A stop level of 0 puts the line on the axis, not at "-0".
+    Module1::dbSet.Execute("UPDATE Settaggi SET SLMM = 0");
+    frame->ControlloMenu();
+    EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/0 -200/0");
+
+    // Without sales the table and both curves close; the portfolio and the account stay.
+    eliminaEseguito(3);
+    EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
+    eliminaEseguito(1);
+    for (const char* gone : {"frmOperazioniChiuse", "frmCapitale", "frmGrOperazioni"})
+        EXPECT_EQ(finestra(gone), nullptr) << gone;
+    EXPECT_NE(finestra("frmPortafoglio"), nullptr);
+    // Without trades the portfolio closes too; the account and the trade window stay open.
+    eliminaEseguito(0);
+    eliminaEseguito(0);
+    EXPECT_EQ(finestra("frmPortafoglio"), nullptr);
+    EXPECT_NE(finestra("frmContoTitoli"), nullptr);
+    EXPECT_NE(finestra("frmEseguiti"), nullptr);
+}
+
+TEST_F(CurveTest, ClosedOperationsGridCentredAndItsWidthSnapsBack)
+{
+    AddTrade(Module1::dbExe, "13/01/2003", "Buy", "T2", "ENI", 3, 10);
+    AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 3, 12.3333);
+    frame->ControlloMenu();
+    apri("Op.Chiuse");
+    QWidget* w = finestra("frmOperazioniChiuse");
+    auto* grid = w->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
+    QStringList captions;
+    for (int i = 0; i < grid->model()->columnCount(); ++i)
+        captions << grid->model()->headerData(i, Qt::Horizontal, Qt::DisplayRole).toString();
+    EXPECT_EQ(captions, QStringList({"Data", "System", "Codice", "Titolo", "P.zo di Carico", "Quantita'",
+                                     "Prezzo di vendita", "Comm", "Ricavo", "% "}));
+    QStringList riga;
+    for (int i = 0; i < grid->model()->columnCount(); ++i)
+        riga << grid->Model()->Text(0, i);
+    // 3*12.3333 - 3*10 = 6.9999; (12.3333 - 10) / 10 * 100 = 23.33%; max(0.074, 5) + 5 * 3/3.
+    EXPECT_EQ(riga.join('|'), "17/01/2003|T2|ENI|ENI spa|10|3|12,3333|10|6,9999|23,33");
+    EXPECT_EQ(grid->model()->data(grid->model()->index(0, 8), Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
+
+    // Wider in the normal state: the width snaps back, the height follows.
+    auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+    ASSERT_NE(sub, nullptr);
+    sub->resize(sub->width() + 200, sub->height() + 60);
+    EXPECT_EQ(w->width(), platform::Twips(frmOperazioniChiuse::kLarghezza));
+    EXPECT_EQ(grid->height(), platform::Twips(w->height() * 12 - 370));
+    // Maximised the width is free and the grid stands in the middle.
+    sub->showMaximized();
+    EXPECT_GT(w->width(), platform::Twips(frmOperazioniChiuse::kLarghezza));
+    EXPECT_EQ(grid->x(), platform::Twips((w->width() * 12 - grid->width() * 12) / 2));
+}
+
+TEST_F(CurveTest, CurvesFollowTheirResizeRules)
+{
+    AddTrade(Module1::dbExe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
+    AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 100, 9);
+    frame->ControlloMenu();
+    for (const char* key : {"GP", "Sequenze"})
+        apri(key);
+    struct Regola {
+        const char* window;
+        const char* chart;
+        int heightLess;
+    };
+    for (const Regola& r : {Regola{"frmCapitale", "msc_Capitale", 800}, Regola{"frmGrOperazioni", "msc_GrOperazioni", 1100}}) {
+        QWidget* w = finestra(r.window);
+        qobject_cast<QMdiSubWindow*>(w->parentWidget())->resize(1000, 640);
+        const int H = w->height() * 12;
+        auto* chart = w->findChild<platform::Chart*>(r.chart);
+        EXPECT_EQ(chart->geometry(), QRect(0, 0, w->width(), platform::Twips(H - r.heightLess))) << r.window;
+        EXPECT_EQ(w->findChild<QWidget*>("frm_Grafici")->y(), platform::Twips(H - 900)) << r.window;
+        EXPECT_EQ(chart->DataAt(1, 1), "-100");
+        // Filled cell by cell, drawn once: the line is there with its one point.
+        auto* line = qobject_cast<QLineSeries*>(chart->ChartItem()->series().value(0));
+        ASSERT_NE(line, nullptr) << r.window;
+        EXPECT_EQ(line->count(), 1);
+    }
+}
