@@ -16,9 +16,19 @@ PictureSurface::PictureSurface(int width, int height, int zoom, QWidget* parent)
 
 QSize PictureSurface::sizeHint() const { return image_.size() * zoom_; }
 
+void PictureSurface::SetPicture(const QImage& picture)
+{
+    picture_ = picture;
+    Cls();
+}
+
 void PictureSurface::Cls()
 {
     image_.fill(back_);
+    if (!picture_.isNull()) {
+        QPainter p(&image_);
+        p.drawImage(0, 0, picture_);
+    }
     update();
 }
 

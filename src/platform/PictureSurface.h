@@ -18,6 +18,8 @@ public:
     int ScaleHeight() const { return image_.height(); }
     const QImage& Image() const { return image_; }
 
+    // The kept picture under the drawing, as a picture box's Picture: Cls clears to it.
+    void SetPicture(const QImage& picture);
     void SetBackColor(const QColor& c) { back_ = c; }
     void SetForeColor(const QColor& c) { fore_ = c; }
     QColor BackColor() const { return back_; }
@@ -36,6 +38,7 @@ protected:
 
 private:
     QImage image_;
+    QImage picture_;
     QColor back_ = Qt::white;
     QColor fore_ = Qt::black;
     int zoom_;
