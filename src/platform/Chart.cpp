@@ -57,6 +57,28 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
 
 QChart* Chart::ChartItem() const { return view_->chart(); }
 
+void Chart::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitRowLabels();
+}
+
+void Chart::fitRowLabels()
+{
+    for (QAbstractAxis* axis : view_->chart()->axes(Qt::Horizontal)) {
+        auto* rows = qobject_cast<QBarCategoryAxis*>(axis);
+        if (!rows || rows->count() == 0)
+            continue;
+        const QFontMetrics fm(rows->labelsFont());
+        int widest = 0;
+        for (const QString& label : rows->categories())
+            widest = std::max(widest, fm.horizontalAdvance(label));
+        const double each = width() * 0.85 / rows->count();
+        rows->setLabelsVisible(each >= fm.height());
+        rows->setLabelsAngle(widest + 8 <= each ? 0 : -90);
+    }
+}
+
 void Chart::resizeGrid(int rows, int columns)
 {
     data_.resize(rows);
@@ -322,6 +344,7 @@ void Chart::redraw()
         chart->setGraphicsEffect(shadow);
     }
     chart->legend()->setVisible(columns_ > 0 && type_ != XY2D ? true : columns_ > 2);
+    fitRowLabels();
 }
 
 } // namespace platform

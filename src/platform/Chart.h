@@ -50,7 +50,12 @@ public:
 
     QChart* ChartItem() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    // Row labels at an angle when they don't fit side by side, none when they can't be read.
+    void fitRowLabels();
     void resizeGrid(int rows, int columns);
     void redraw();
     double value(int row, int column, bool* ok) const;
