@@ -9,6 +9,8 @@
 // account and portfolio
 
 // statistics
+#include "stats/frmMDD.h"
+#include "stats/frmRisk.h"
 
 // import
 
@@ -28,6 +30,8 @@ void RegistraFinestre()
     // account and portfolio
 
     // statistics
+    MDIForm1::RegistraFinestra(QStringLiteral("frmMDD"), []() -> QWidget* { return frmMDD::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmRisk"), []() -> QWidget* { return frmRisk::Instance(); });
 
     // import
 
