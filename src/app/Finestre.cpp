@@ -10,6 +10,7 @@
 
 // statistics
 #include "stats/frmMDD.h"
+#include "stats/frmMedie.h"
 #include "stats/frmRisk.h"
 
 // import
@@ -32,6 +33,7 @@ void RegistraFinestre()
     // statistics
     MDIForm1::RegistraFinestra(QStringLiteral("frmMDD"), []() -> QWidget* { return frmMDD::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmRisk"), []() -> QWidget* { return frmRisk::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmMedie"), []() -> QWidget* { return frmMedie::Instance(); });
 
     // import
 
