@@ -12,6 +12,7 @@
 #include "stats/frmMDD.h"
 #include "stats/frmMedie.h"
 #include "stats/frmRisk.h"
+#include "stats/frmStGiorno.h"
 
 // import
 
@@ -34,6 +35,7 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("frmMDD"), []() -> QWidget* { return frmMDD::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmRisk"), []() -> QWidget* { return frmRisk::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmMedie"), []() -> QWidget* { return frmMedie::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmStGiorno"), []() -> QWidget* { return frmStGiorno::Instance(); });
 
     // import
 
