@@ -9,8 +9,10 @@
 // account and portfolio
 
 // statistics
+#include "stats/frmErrori.h"
 #include "stats/frmMDD.h"
 #include "stats/frmMedie.h"
+#include "stats/frmPersonalizzaErrori.h"
 #include "stats/frmRisk.h"
 #include "stats/frmStGiorno.h"
 
@@ -36,6 +38,9 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("frmRisk"), []() -> QWidget* { return frmRisk::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmMedie"), []() -> QWidget* { return frmMedie::Instance(); });
     MDIForm1::RegistraFinestra(QStringLiteral("frmStGiorno"), []() -> QWidget* { return frmStGiorno::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmErrori"), []() -> QWidget* { return frmErrori::Instance(); });
+    MDIForm1::RegistraFinestra(
+        QStringLiteral("frmPersonalizzaErrori"), []() -> QWidget* { return frmPersonalizzaErrori::Instance(); }, true);
 
     // import
 

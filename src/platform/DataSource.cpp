@@ -141,11 +141,14 @@ bool EditableRecordsetModel::setData(const QModelIndex& index, const QVariant& v
         QString literal = value.toString();
         literal.replace('\'', QStringLiteral("''"));
         try {
-            AppendRow(addNewTable_, columns_[index.column()].field, '\'' + literal + '\'');
+            source_->Database()->Execute("INSERT INTO " + addNewTable_ + " (" + columns_[index.column()].field + ") VALUES ('"
+                                         + literal + "')");
         } catch (const store::DbError&) {
             emit EditRefused(value.toString());
             return false;
         }
+        // Reloaded once the grid has closed the editor of the row that was new.
+        QMetaObject::invokeMethod(source_, &DataSource::Refresh, Qt::QueuedConnection);
         return true;
     }
     store::Recordset& rs = source_->Recordset();
