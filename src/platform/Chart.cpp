@@ -57,6 +57,14 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
 
 QChart* Chart::ChartItem() const { return view_->chart(); }
 
+Chart::Hold::Hold(Chart* chart) : chart_(chart) { ++chart_->holds_; }
+
+Chart::Hold::~Hold()
+{
+    if (--chart_->holds_ == 0 && chart_->pending_)
+        chart_->redraw();
+}
+
 void Chart::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
@@ -202,6 +210,11 @@ QColor Chart::colorOf(int series) const
 
 void Chart::redraw()
 {
+    if (holds_ > 0) {
+        pending_ = true;
+        return;
+    }
+    pending_ = false;
     // One chart for the widget's life: emptied and filled again, never replaced under the view.
     QChart* chart = view_->chart();
     chart->setGraphicsEffect(nullptr);

@@ -50,6 +50,19 @@ public:
 
     QChart* ChartItem() const;
 
+    // Holds the drawing while a window sets many cells: the chart is drawn once,
+    // when the last hold ends.
+    class Hold {
+    public:
+        explicit Hold(Chart* chart);
+        ~Hold();
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        Chart* chart_;
+    };
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -70,6 +83,8 @@ private:
     int row_ = 1;
     int column_ = 1;
     int type_ = Bar2D;
+    int holds_ = 0;
+    bool pending_ = false;
 };
 
 } // namespace platform
