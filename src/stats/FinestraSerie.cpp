@@ -91,6 +91,7 @@ void FinestraSerie::resizeEvent(QResizeEvent* event)
 
 void FinestraSerie::MostraSerie(const TabellaSerie& valori, int n)
 {
+    const platform::Chart::Hold hold(serie_);
     QVector<QVector<QVariant>> righe;
     righe.reserve(n);
     for (int i = 1; i <= n; ++i)
@@ -119,6 +120,7 @@ void FinestraSerie::MostraTabella(const QString& intestazione0, const QString& i
 
 void FinestraSerie::MostraFrequenze(const TabellaGrafico& g)
 {
+    const platform::Chart::Hold hold(frequenze_);
     frequenze_->SetRowCount(3);
     frequenze_->SetColumnCount(2);
     frequenze_->ChartData(DatiGrafico(g));

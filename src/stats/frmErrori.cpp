@@ -126,6 +126,7 @@ void frmErrori::Main()
     perContatore.MoveFirst();
     const QVector<stats::RigaGraficoErrori> righe = stats::GraficoErrori(
         perContatore, conto.codiceNessunErrore, num::ValueOf(conto.totaleErrori), num::ValueOf(conto.totaleMancati));
+    const platform::Chart::Hold hold(msc_Errori_);
     msc_Errori_->SetRowCount(perContatore.RecordCount() - 1);
     msc_Errori_->SetColumnCount(2);
     for (int r = 1; r <= righe.size(); ++r) {

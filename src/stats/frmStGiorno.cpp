@@ -51,6 +51,7 @@ void frmStGiorno::Main()
     const stats::SommeGiorni somme = stats::SommePerGiorno(rs);
     const QStringList& giorni = stats::NomiGiorni();
 
+    const platform::Chart::Hold hold(msc_Giorno_);
     QVector<QVector<QVariant>> valori;
     for (const num::Figure& s : somme)
         valori.push_back({s ? QVariant(*s) : QVariant()}); // a day without rows has no value, not 0
