@@ -13,6 +13,12 @@
 #include "stats/frmPortafoglio.h"
 
 // statistics
+#include "stats/frmErrori.h"
+#include "stats/frmMDD.h"
+#include "stats/frmMedie.h"
+#include "stats/frmPersonalizzaErrori.h"
+#include "stats/frmRisk.h"
+#include "stats/frmStGiorno.h"
 
 // import
 
@@ -39,6 +45,13 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("frmGrOperazioni"), []() -> QWidget* { return frmGrOperazioni::Instance(); });
 
     // statistics
+    MDIForm1::RegistraFinestra(QStringLiteral("frmMDD"), []() -> QWidget* { return frmMDD::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmRisk"), []() -> QWidget* { return frmRisk::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmMedie"), []() -> QWidget* { return frmMedie::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmStGiorno"), []() -> QWidget* { return frmStGiorno::Instance(); });
+    MDIForm1::RegistraFinestra(QStringLiteral("frmErrori"), []() -> QWidget* { return frmErrori::Instance(); });
+    MDIForm1::RegistraFinestra(
+        QStringLiteral("frmPersonalizzaErrori"), []() -> QWidget* { return frmPersonalizzaErrori::Instance(); }, true);
 
     // import
 

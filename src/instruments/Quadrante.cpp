@@ -2,49 +2,59 @@
 
 #include <QFont>
 #include <QPainter>
-#include <QPolygonF>
+#include <QPainterPath>
 
 namespace strum {
 
 namespace {
 // A point on the needle's line for value v, at `reach` times its length from the pivot.
-QPointF lungo(Kind kind, int v, QSize size, double reach)
+QPointF lungo(const Scala& s, int v, QSize size, double reach)
 {
-    const QLineF needle = NeedleLine(kind, v, size.width(), size.height());
-    return needle.pointAt(reach);
+    return NeedleLine(s.kind, v, size.width(), size.height()).pointAt(reach);
 }
 } // namespace
 
-QImage Quadrante(Kind kind, QSize size, const QColor& back, const QColor& marks, const QList<QPair<int, QString>>& texts)
+QImage Quadrante(const Scala& s, QSize size)
 {
-    QImage face(size, QImage::Format_RGB32);
-    face.fill(back);
-    if (kind != Kind::Center && kind != Kind::Bottom && kind != Kind::BottomCenter)
+    QImage face(size, QImage::Format_ARGB32_Premultiplied);
+    face.fill(s.back);
+    if (s.kind != Kind::Center && s.kind != Kind::Bottom && s.kind != Kind::BottomCenter)
         return face;
     QPainter p(&face);
     p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(QPen(marks, 1.2));
-    QPolygonF arco;
-    for (int v = 0; v <= 1000; v += 10)
-        arco << lungo(kind, v, size, 1.03);
-    p.drawPolyline(arco);
-    for (int v = 0; v <= 1000; v += 50) {
-        const bool lunga = v % 250 == 0;
-        p.setPen(QPen(marks, lunga ? 1.6 : 1.0));
-        p.drawLine(lungo(kind, v, size, 1.03), lungo(kind, v, size, lunga ? 1.13 : 1.08));
+    p.setPen(QPen(QColor(170, 178, 190), 1));
+    p.drawRoundedRect(QRectF(0.5, 0.5, size.width() - 1, size.height() - 1), 6, 6);
+
+    // Coloured bands just inside the tip of the needle.
+    int da = 0;
+    for (const auto& [a, colore] : s.bands) {
+        QPainterPath band;
+        band.moveTo(lungo(s, da, size, 0.9));
+        for (int v = da; v <= a; v += 10)
+            band.lineTo(lungo(s, v, size, 0.9));
+        for (int v = a; v >= da; v -= 10)
+            band.lineTo(lungo(s, v, size, 0.99));
+        band.closeSubpath();
+        p.fillPath(band, colore);
+        da = a;
     }
+
     QFont f = p.font();
-    f.setPixelSize(std::max(8, size.height() / 9));
+    f.setPixelSize(std::max(8, size.height() / 12));
     p.setFont(f);
-    p.setPen(marks);
-    for (const auto& [v, text] : texts) {
-        const QPointF at = lungo(kind, v, size, 0.8);
-        const QRectF box(at.x() - 30, at.y() - 10, 60, 20);
-        p.drawText(box, Qt::AlignCenter, text);
+    for (int v = 0, i = 0; v <= 1000; v += s.step, ++i) {
+        const bool grande = i % s.labelEvery == 0;
+        p.setPen(QPen(s.ink, grande ? 1.6 : 1));
+        p.drawLine(lungo(s, v, size, grande ? 0.8 : 0.86), lungo(s, v, size, 0.99));
+        if (grande && s.label) {
+            const QPointF c = lungo(s, v, size, 0.62);
+            p.drawText(QRectF(c.x() - 22, c.y() - 8, 44, 16), Qt::AlignCenter, s.label(v));
+        }
     }
-    const QPointF pivot = NeedleLine(kind, 0, size.width(), size.height()).p1();
-    p.setBrush(marks);
-    p.drawEllipse(pivot, 3.5, 3.5);
+    // The hub of the needle.
+    p.setPen(Qt::NoPen);
+    p.setBrush(s.ink);
+    p.drawEllipse(NeedleLine(s.kind, 0, size.width(), size.height()).p1(), 3, 3);
     return face;
 }
 

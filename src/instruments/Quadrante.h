@@ -1,6 +1,6 @@
 #pragma once
 // The printed scale under a dial instrument: the picture a surface keeps below
-// the needle that Strum draws.
+// the needle that Strum draws, so marks and needle share one geometry.
 #include "instruments/LcdGeometry.h"
 
 #include <QColor>
@@ -10,12 +10,21 @@
 #include <QSize>
 #include <QString>
 
+#include <functional>
+
 namespace strum {
 
-// An arc along the needle's sweep with a mark every 50 and a longer one every 250,
-// and a text at each of the given values. For Center, Bottom and BottomCenter;
-// the two meters get the plain background.
-QImage Quadrante(Kind kind, QSize size, const QColor& back, const QColor& marks,
-                 const QList<QPair<int, QString>>& texts = {});
+struct Scala {
+    Kind kind = Kind::Center;
+    int step = 50;       // value between two marks
+    int labelEvery = 5;  // a text on every n-th mark, counted from 0
+    std::function<QString(int value)> label; // the text of a labelled mark; none when unset
+    QList<QPair<int, QColor>> bands;         // coloured bands up to each value, in order
+    QColor back = Qt::transparent;
+    QColor ink = QColor(60, 66, 76);
+};
+
+// The face for Center, Bottom and BottomCenter; the two meters get the plain background.
+QImage Quadrante(const Scala& scala, QSize size);
 
 } // namespace strum

@@ -55,15 +55,37 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
     redraw();
 }
 
-Chart::Batch::Batch(Chart* chart) : chart_(chart) { ++chart_->held_; }
+QChart* Chart::ChartItem() const { return view_->chart(); }
 
-Chart::Batch::~Batch()
+Chart::Hold::Hold(Chart* chart) : chart_(chart) { ++chart_->holds_; }
+
+Chart::Hold::~Hold()
 {
-    if (--chart_->held_ == 0 && chart_->pending_)
+    if (--chart_->holds_ == 0 && chart_->pending_)
         chart_->redraw();
 }
 
-QChart* Chart::ChartItem() const { return view_->chart(); }
+void Chart::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitRowLabels();
+}
+
+void Chart::fitRowLabels()
+{
+    for (QAbstractAxis* axis : view_->chart()->axes(Qt::Horizontal)) {
+        auto* rows = qobject_cast<QBarCategoryAxis*>(axis);
+        if (!rows || rows->count() == 0)
+            continue;
+        const QFontMetrics fm(rows->labelsFont());
+        int widest = 0;
+        for (const QString& label : rows->categories())
+            widest = std::max(widest, fm.horizontalAdvance(label));
+        const double each = width() * 0.85 / rows->count();
+        rows->setLabelsVisible(each >= fm.height());
+        rows->setLabelsAngle(widest + 8 <= each ? 0 : -90);
+    }
+}
 
 void Chart::resizeGrid(int rows, int columns)
 {
@@ -194,7 +216,7 @@ QColor Chart::colorOf(int series) const
 
 void Chart::redraw()
 {
-    if (held_ > 0) {
+    if (holds_ > 0) {
         pending_ = true;
         return;
     }
@@ -341,6 +363,7 @@ void Chart::redraw()
         chart->setGraphicsEffect(shadow);
     }
     chart->legend()->setVisible(legend_ && (columns_ > 0 && type_ != XY2D ? true : columns_ > 2));
+    fitRowLabels();
 }
 
 } // namespace platform

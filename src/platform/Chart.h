@@ -21,18 +21,6 @@ public:
 
     explicit Chart(QWidget* parent = nullptr);
 
-    // Holds the chart's redraws while a window fills it cell by cell, and redraws once at its end.
-    class Batch {
-    public:
-        explicit Batch(Chart* chart);
-        ~Batch();
-        Batch(const Batch&) = delete;
-        Batch& operator=(const Batch&) = delete;
-
-    private:
-        Chart* chart_;
-    };
-
     // One row of values, one column (series) per value.
     void ChartData(const QVector<QVariant>& values);
     // Rows of values.
@@ -64,7 +52,25 @@ public:
 
     QChart* ChartItem() const;
 
+    // Holds the drawing while a window sets many cells: the chart is drawn once,
+    // when the last hold ends.
+    class Hold {
+    public:
+        explicit Hold(Chart* chart);
+        ~Hold();
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        Chart* chart_;
+    };
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
+    // Row labels at an angle when they don't fit side by side, none when they can't be read.
+    void fitRowLabels();
     void resizeGrid(int rows, int columns);
     void redraw();
     double value(int row, int column, bool* ok) const;
@@ -80,7 +86,7 @@ private:
     int column_ = 1;
     int type_ = Bar2D;
     bool legend_ = true;
-    int held_ = 0;
+    int holds_ = 0;
     bool pending_ = false;
 };
 

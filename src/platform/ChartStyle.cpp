@@ -2,7 +2,7 @@
 
 #include "platform/Chart.h"
 
-#include <QHBoxLayout>
+#include <QGridLayout>
 #include <QHash>
 #include <QRadioButton>
 
@@ -18,19 +18,25 @@ int ChartTypeOf(const QString& caption)
 }
 
 ChartStyleSwitch::ChartStyleSwitch(const QStringList& captions, QList<Chart*> charts, QWidget* parent)
+    : ChartStyleSwitch(captions, std::move(charts), 0, parent)
+{
+}
+
+ChartStyleSwitch::ChartStyleSwitch(const QStringList& captions, QList<Chart*> charts, int perRow, QWidget* parent)
     : QGroupBox(parent), charts_(std::move(charts))
 {
     setObjectName(QStringLiteral("frm_Grafici"));
-    auto* layout = new QHBoxLayout(this);
+    auto* layout = new QGridLayout(this);
     layout->setContentsMargins(8, 2, 8, 2);
+    const int perRiga = perRow > 0 ? perRow : static_cast<int>(captions.size());
     for (int i = 0; i < captions.size(); ++i) {
         auto* b = new QRadioButton(captions[i], this);
         b->setObjectName(QStringLiteral("Option1(%1)").arg(i));
         connect(b, &QRadioButton::clicked, this, &ChartStyleSwitch::applica);
-        layout->addWidget(b);
+        layout->addWidget(b, i / perRiga, i % perRiga);
         buttons_ << b;
     }
-    layout->addStretch();
+    layout->setColumnStretch(perRiga, 1);
 }
 
 void ChartStyleSwitch::applica()

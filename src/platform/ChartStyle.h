@@ -19,6 +19,8 @@ class ChartStyleSwitch final : public QGroupBox {
     Q_OBJECT
 public:
     ChartStyleSwitch(const QStringList& captions, QList<Chart*> charts, QWidget* parent = nullptr);
+    // The same with the buttons in rows of `perRow`, for a narrow place.
+    ChartStyleSwitch(const QStringList& captions, QList<Chart*> charts, int perRow, QWidget* parent);
     QRadioButton* Button(int index) const { return buttons_.value(index); }
 
 private:

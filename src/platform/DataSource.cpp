@@ -88,14 +88,14 @@ int RecordsetModel::columnCount(const QModelIndex& parent) const
 QString RecordsetModel::Text(int row, int column) const
 {
     const int field = fields_.value(column, -1);
-    if (field < 0 || row < 0 || row >= rowCount())
+    if (field < 0 || row < 0 || row >= source_->Recordset().RecordCount())
         return {};
     return num::Text(source_->Recordset().ValueAt(row, field));
 }
 
 QVariant RecordsetModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid())
+    if (!index.isValid() || index.row() >= source_->Recordset().RecordCount())
         return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole)
         return Text(index.row(), index.column());
@@ -119,10 +119,38 @@ QVariant RecordsetModel::headerData(int section, Qt::Orientation orientation, in
     return section + 1;
 }
 
+int EditableRecordsetModel::rowCount(const QModelIndex& parent) const
+{
+    return RecordsetModel::rowCount(parent) + (parent.isValid() || addNewTable_.isEmpty() ? 0 : 1);
+}
+
+QVariant EditableRecordsetModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical && role == Qt::DisplayRole && IsAddNewRow(section))
+        return QStringLiteral("*");
+    return RecordsetModel::headerData(section, orientation, role);
+}
+
 bool EditableRecordsetModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
     if (!index.isValid() || role != Qt::EditRole)
         return false;
+    if (IsAddNewRow(index.row())) {
+        if (value.toString().isEmpty())
+            return false;
+        QString literal = value.toString();
+        literal.replace('\'', QStringLiteral("''"));
+        try {
+            source_->Database()->Execute("INSERT INTO " + addNewTable_ + " (" + columns_[index.column()].field + ") VALUES ('"
+                                         + literal + "')");
+        } catch (const store::DbError&) {
+            emit EditRefused(value.toString());
+            return false;
+        }
+        // Reloaded once the grid has closed the editor of the row that was new.
+        QMetaObject::invokeMethod(source_, &DataSource::Refresh, Qt::QueuedConnection);
+        return true;
+    }
     store::Recordset& rs = source_->Recordset();
     rs.SetAbsolutePosition(index.row());
     rs.Edit();

@@ -72,14 +72,22 @@ class EditableRecordsetModel final : public RecordsetModel {
     Q_OBJECT
 public:
     using RecordsetModel::RecordsetModel;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     // Adds a row with the given values (SQL literals) and reloads.
     void AppendRow(const QString& table, const QString& columns, const QString& values);
     void RemoveRow(int row);
+    // An empty last row, marked "*": a value typed into it adds a row to `table`.
+    void SetAllowAddNew(const QString& table) { beginResetModel(); addNewTable_ = table; endResetModel(); }
+    bool IsAddNewRow(int row) const { return !addNewTable_.isEmpty() && row == source_->Recordset().RecordCount(); }
 
 signals:
     void EditRefused(const QString& value);
+
+private:
+    QString addNewTable_;
 };
 
 // A read-only grid over a data source; the selected row is the cursor's row.

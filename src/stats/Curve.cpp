@@ -100,7 +100,7 @@ void frmCapitale::Main()
     store::Recordset rs = dbExe.OpenRecordset(QStringLiteral("SELECT GP  FROM OperazioniChiuse"));
     rs.MoveLast();
     rs.MoveFirst();
-    const platform::Chart::Batch batch(chart_);
+    const platform::Chart::Hold hold(chart_);
     chart_->SetRowCount(num::ToInt16(rs.RecordCount()));
     int r = 0;
     double c = 0;
@@ -153,7 +153,7 @@ void frmGrOperazioni::Main()
     const store::Recordset settaggi = dbSet.OpenRecordset(QStringLiteral("SELECT *  FROM Settaggi"));
     rs.MoveLast();
     rs.MoveFirst();
-    const platform::Chart::Batch batch(chart_);
+    const platform::Chart::Hold hold(chart_);
     chart_->SetColumnCount(2);
     chart_->SetRowCount(num::ToInt16(rs.RecordCount()));
     // The second series is a flat line at minus the stop level.

@@ -75,8 +75,11 @@ void frmPortafoglio::crea()
 
     Picture1_ = new platform::PictureSurface(kDialW, kDialH, 1, pannello_);
     Picture1_->setObjectName(QStringLiteral("Picture1"));
-    Picture1_->SetPicture(strum::Quadrante(strum::Kind::BottomCenter, QSize(kDialW, kDialH), QColor(250, 250, 244),
-                                           QColor(90, 90, 90), {{0, "0%"}, {500, "50%"}, {1000, "100%"}}));
+    strum::Scala scala;
+    scala.kind = strum::Kind::BottomCenter;
+    scala.label = [](int v) { return QString::number(v / 10) + '%'; };
+    scala.back = QColor(250, 250, 244);
+    Picture1_->SetPicture(strum::Quadrante(scala, QSize(kDialW, kDialH)));
     auto* quota = new QLabel(QStringLiteral("Quota di liquidità"), pannello_);
     quota->setAlignment(Qt::AlignCenter);
 
@@ -113,7 +116,7 @@ void frmPortafoglio::Main()
     if (rsPortafoglio_.RecordCount() > 0) {
         rsPortafoglio_.MoveLast();
         rsPortafoglio_.MoveFirst();
-        const platform::Chart::Batch batch(msc_Portafoglio_);
+        const platform::Chart::Hold hold(msc_Portafoglio_);
         msc_Portafoglio_->SetRowCount(num::ToInt16(rsPortafoglio_.RecordCount()));
         int r = 0;
         for (; !rsPortafoglio_.Eof(); rsPortafoglio_.MoveNext()) {

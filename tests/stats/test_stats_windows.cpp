@@ -1,0 +1,359 @@
+// The draw-down, risk, averages and weekday windows on small hand-made ledgers,
+// read where a user reads them: labels, grids, chart readers, dials.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Chart.h"
+#include "platform/FlexGrid.h"
+#include "platform/Forms.h"
+#include "platform/Numbers.h"
+#include "platform/PictureSurface.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QChart>
+#include <QFrame>
+#include <QLabel>
+#include <QMdiSubWindow>
+#include <QRadioButton>
+#include <QTest>
+#include <QXYSeries>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+class StatsWindowsTest : public ProgramTest {
+protected:
+    void SetUp() override { Avvia(true); }
+
+    // A closed operation written straight into the table the windows read.
+    void chiusa(double perc, double gp = 0, const char* data = "13/01/2003", double qta = 0, double prezzo = 0)
+    {
+        Module1::dbExe.Execute(QStringLiteral("INSERT INTO OperazioniChiuse (Data, GP, GPPercentuale, Qta, Prezzo) VALUES "
+                                              "('%1',%2,%3,%4,%5)")
+                                   .arg(data, num::SqlText(gp), num::SqlText(perc), num::SqlText(qta), num::SqlText(prezzo)));
+    }
+    void svuota() { Module1::dbExe.Execute("DELETE * FROM OperazioniChiuse"); }
+    QWidget* apri(const char* name) { return frame->MostraFinestra(QString::fromLatin1(name)); }
+    template <class T> T* in(QWidget* w, const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
+    QString lab(QWidget* w, const char* name) { return in<QLabel>(w, name)->text(); }
+    QString dial(QWidget* w, const char* name) { return in<platform::PictureSurface>(w, name)->accessibleName(); }
+    void refresh(QWidget* w) { QMetaObject::invokeMethod(w, "Main", Qt::DirectConnection); }
+    // Rows 1.. of a grid, cells joined by '|'; the header row apart.
+    QStringList righe(platform::FlexGrid* g)
+    {
+        QStringList out;
+        for (int r = 1; r < g->Rows(); ++r)
+            out << g->TextMatrix(r, 0) + '|' + g->TextMatrix(r, 1);
+        return out;
+    }
+    QStringList colonna(platform::Chart* c, int column)
+    {
+        QStringList out;
+        for (int r = 1; r <= c->RowCount(); ++r)
+            out << c->DataAt(r, column);
+        return out;
+    }
+    void chiudi(const char* name)
+    {
+        platform::Forms::Unload(QString::fromLatin1(name));
+        FlushDeletes();
+    }
+    // Every byte of both databases and their logs.
+    QByteArray impronta()
+    {
+        QByteArray all;
+        for (const char* f : {"DataSet.qvd", "DataSet.qvd-wal", "DataExe.qvd", "DataExe.qvd-wal"})
+            all += FileBytes(path(f)) + '#';
+        return all;
+    }
+};
+
+} // namespace
+
+TEST_F(StatsWindowsTest, DrawDownGridIsNeverClearedAndARefreshForgetsTheStyle)
+{
+    for (double p : {1, -1, 1, 1, -1, -1, -1, 1}) // runs 1, -1, 2, -3; the last win stays open
+        chiusa(p);
+    QWidget* w = apri("frmMDD");
+    auto* grid = in<platform::FlexGrid>(w, "MSFlexGrid_MDD");
+    auto* serie = in<platform::Chart>(w, "msc_SeqPosNeg");
+    auto* freq = in<platform::Chart>(w, "msc_FrequenzaMDD");
+    EXPECT_EQ(grid->TextMatrix(0, 0), "Sequenza");
+    EXPECT_EQ(grid->TextMatrix(0, 1), "Ricorrenze");
+    // Longest win first, down to the longest loss; the share of 4 runs, one empty row below.
+    EXPECT_EQ(righe(grid), (QStringList{"2|25%", "1|25%", "-1|25%", "-3|25%", "|"}));
+    EXPECT_EQ(colonna(serie, 1), (QStringList{"1", "-1", "2", "-3"}));
+    EXPECT_EQ(serie->ChartType(), platform::Chart::Bar3D);
+    EXPECT_EQ(freq->ChartType(), platform::Chart::XY2D);
+    EXPECT_EQ(freq->RowCount(), 51); // the whole chart table, row 0 empty
+    EXPECT_EQ(freq->DataAt(1, 1), "");
+    EXPECT_EQ(freq->DataAt(2, 1), "2");
+    EXPECT_EQ(freq->DataAt(5, 2), "25");
+    EXPECT_EQ(freq->DataAt(6, 1), "");
+    // Drawn when the refresh is over: one line through the four points.
+    auto* punti = qobject_cast<QXYSeries*>(freq->ChartItem()->series().value(0));
+    ASSERT_NE(punti, nullptr);
+    EXPECT_EQ(punti->count(), 4);
+
+    auto* linee = in<QRadioButton>(w, "Option1(4)");
+    QTest::mouseClick(linee, Qt::LeftButton);
+    EXPECT_EQ(serie->ChartType(), platform::Chart::Line2D);
+
+    // A shorter table: rows 1 and 2 rewritten, the old rows 3 and 4 stay, two more rows below.
+    svuota();
+    for (double p : {1, -1, 1})
+        chiusa(p);
+    refresh(w);
+    EXPECT_EQ(righe(grid), (QStringList{"1|50%", "-1|50%", "-1|25%", "-3|25%", "|", "|", "|"}));
+    EXPECT_EQ(serie->ChartType(), platform::Chart::Bar3D);
+    EXPECT_TRUE(linee->isChecked()); // the buttons keep their state
+
+    // All on one side: no run, no table row, an empty run chart.
+    svuota();
+    chiusa(3);
+    chiusa(0.5);
+    refresh(w);
+    EXPECT_EQ(serie->RowCount(), 0);
+    EXPECT_EQ(grid->Rows(), 8);
+    EXPECT_EQ(freq->DataAt(2, 1), "");
+}
+
+TEST_F(StatsWindowsTest, RiskSumsRunsInPercentAndCountsExactPercentages)
+{
+    chiusa(1.5);
+    chiusa(1.5);
+    chiusa(-2);
+    chiusa(0); // a zero has its own row, and continues the losing run
+    Module1::dbExe.Execute("INSERT INTO OperazioniChiuse (Data, GPPercentuale) VALUES ('13/01/2003', 0.30000000000000004)");
+    chiusa(0.3);
+    QWidget* w = apri("frmRisk");
+    EXPECT_EQ(lab(w, "lab_TotMDD"), "2"); // 1.5 + 1.5, then -2 + 0; the last run stays open
+    EXPECT_EQ(colonna(in<platform::Chart>(w, "msc_MDD"), 1), (QStringList{"3", "-2"}));
+    auto* grid = in<platform::FlexGrid>(w, "MSFlexGrid_FP");
+    EXPECT_EQ(grid->TextMatrix(0, 0), "Percentuali");
+    EXPECT_EQ(grid->TextMatrix(0, 1), "Probabilità");
+    // 6 rows: 200/6 = 33.33, 100/6 = 16.67. The two values near 0.3 differ in the last bit: two rows.
+    EXPECT_EQ(righe(grid), (QStringList{"1,5%|33,33%", "0,3%|16,67%", "0,3%|16,67%", "0%|16,67%", "-2%|16,67%", "|"}));
+    auto* freq = in<platform::Chart>(w, "msc_FrequenzaPerc");
+    EXPECT_EQ(freq->ChartType(), platform::Chart::XY2D);
+    EXPECT_EQ(freq->DataAt(2, 2), "33,33");
+    EXPECT_EQ(freq->DataAt(6, 1), "-2");
+}
+
+TEST_F(StatsWindowsTest, LimitsEndInAFailureWithTheFilesUntouched)
+{
+    auto molte = [this](const std::vector<double>& valori) {
+        svuota();
+        store::Transaction tx(Module1::dbExe);
+        for (double p : valori)
+            chiusa(p);
+        tx.Commit();
+    };
+    auto fallisce = [this](const char* name, long long indice) {
+        const QByteArray prima = impronta();
+        try {
+            apri(name);
+            ADD_FAILURE() << name << " opened past its limit";
+        } catch (const platform::IndexOutOfRange& e) {
+            EXPECT_EQ(std::string(e.what()), platform::IndexOutOfRange(indice).what());
+        }
+        EXPECT_EQ(platform::Forms::Find(QString::fromLatin1(name)), nullptr);
+        EXPECT_EQ(impronta(), prima);
+    };
+    // Runs of every length from 1 to `n` won and lost, the last one closed by a loss.
+    auto lunghezze = [](int vinte, int perse) {
+        std::vector<double> v;
+        for (int k = 1; k <= std::max(vinte, perse); ++k) {
+            v.insert(v.end(), k <= vinte ? k : 0, 1.0);
+            v.insert(v.end(), k <= perse ? k : 0, -1.0);
+        }
+        v.push_back(vinte > perse ? -1.0 : 1.0);
+        return v;
+    };
+    std::vector<double> alterni;
+    for (int i = 0; i < 1002; ++i)
+        alterni.push_back(i % 2 ? -1 : 1);
+
+    // 50 distinct percentages fit, the 51st stops at the chart table.
+    std::vector<double> percentuali;
+    for (int i = 1; i <= 50; ++i)
+        percentuali.push_back(i / 4.0);
+    molte(percentuali);
+    EXPECT_EQ(in<platform::FlexGrid>(apri("frmRisk"), "MSFlexGrid_FP")->TextMatrix(50, 0), "0,25%");
+    chiudi("frmRisk");
+    percentuali.push_back(-1);
+    molte(percentuali);
+    fallisce("frmRisk", 51);
+
+    // 1000 rows fit the percentage list, the 1001st does not.
+    molte(std::vector<double>(alterni.begin(), alterni.begin() + 1000));
+    EXPECT_EQ(lab(apri("frmRisk"), "lab_TotMDD"), "999");
+    chiudi("frmRisk");
+    molte(std::vector<double>(alterni.begin(), alterni.begin() + 1001));
+    fallisce("frmRisk", 1001);
+
+    // 1000 runs fit, the 1001st does not (1002 alternating rows), in both windows.
+    EXPECT_EQ(in<platform::Chart>(apri("frmMDD"), "msc_SeqPosNeg")->RowCount(), 1000);
+    chiudi("frmMDD");
+    molte(alterni);
+    fallisce("frmMDD", 1001);
+
+    // 50 distinct lengths fit the chart table; 51 fail there, 101 already in the frequency table.
+    molte(lunghezze(25, 25));
+    EXPECT_EQ(in<platform::FlexGrid>(apri("frmMDD"), "MSFlexGrid_MDD")->TextMatrix(50, 0), "-25");
+    chiudi("frmMDD");
+    molte(lunghezze(26, 25));
+    fallisce("frmMDD", 51);
+    molte(lunghezze(51, 50));
+    fallisce("frmMDD", 101);
+
+    // And the empty table, reached through a menu that stays enabled.
+    svuota();
+    EXPECT_THROW(apri("frmMDD"), store::DbError);
+}
+
+TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
+{
+    // 3 won, 1 lost, 2 even, on 3 dates.
+    chiusa(3, 300, "13/01/2003", 100, 31);
+    chiusa(1, 50.25, "13/01/2003", 10, 55);
+    chiusa(2, 100, "14/01/2003", 50, 22);
+    chiusa(-8, -250, "14/01/2003", 100, 9);
+    chiusa(0, 0, "14/01/2003", 10, 10);
+    chiusa(0, 0, "15/01/2003", 1, 3.5);
+    QWidget* w = apri("frmMedie");
+    EXPECT_EQ(lab(w, "lab_TotGiorni"), "3");
+    EXPECT_EQ(lab(w, "lab_CapitaleMedio"), "958");      // floor(5753.5 / 6) = floor(958.92)
+    EXPECT_EQ(lab(w, "lab_CapitaleInvestito"), "5753"); // 3100 + 550 + 1100 + 900 + 100 + 3.5
+    EXPECT_EQ(lab(w, "lab_MaxGain"), "300");
+    EXPECT_EQ(lab(w, "lab_MaxLose"), "-250");
+    EXPECT_EQ(lab(w, "lab_NumOperazioniGiorno"), "2");  // 6 / 3
+    EXPECT_EQ(lab(w, "lab_PerditaMedia"), "250");
+    EXPECT_EQ(lab(w, "Lab_GMsuPM"), "0");               // "0" / "250": the average gain is written later
+    EXPECT_EQ(lab(w, "lab_UtileMedioOperazione"), "33"); // floor(200.25 / 6) = floor(33.375)
+    EXPECT_EQ(lab(w, "lab_UtileMedioGiorno"), "66");    // floor(200.25 / 3) = floor(66.75)
+    EXPECT_EQ(lab(w, "lab_PercMediaGiorno"), "-1");     // floor((6 - 8) / 3) = floor(-0.67)
+    EXPECT_EQ(lab(w, "lab_GuadagnoMedio"), "150,1");    // 450.25 / 3 = 150.083
+    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "149,81");     // 100 * 300 / 200.25 = 149.8127
+    EXPECT_EQ(lab(w, "lab_WL"), "7,5");                 // 10 * 3 / (1 + 3): even ones left out
+    EXPECT_EQ(dial(w, "Picture_WL"), "750");
+    EXPECT_EQ(dial(w, "Picture_FC"), "1498");           // 149.81 * 10 = 1498.1: past the scale
+
+    // Not refreshed by the frame: a replay that empties the table leaves the figures.
+    AddTrade(Module1::dbExe, "13/01/2003", "Buy", "DAY", "ENI", 10, 1);
+    frame->ControlloMenu();
+    EXPECT_EQ(platform::Forms::Find("frmMedie"), w);
+    EXPECT_EQ(lab(w, "lab_CapitaleMedio"), "958");
+    Module1::dbExe.Execute("DELETE * FROM Eseguiti");
+    chiudi("frmMedie");
+
+    // Only losses: the skipped labels keep their designed "0", the dials stay unattached.
+    chiusa(-1, -10, "13/01/2003", 1, 1);
+    chiusa(-2, -20.5, "14/01/2003", 1, 1);
+    w = apri("frmMedie");
+    EXPECT_EQ(lab(w, "lab_MaxGain"), "");
+    EXPECT_EQ(lab(w, "lab_PerditaMedia"), "15,2"); // 30.5 / 2 = 15.25, half to even
+    for (const char* n : {"lab_UtileMedioOperazione", "lab_GuadagnoMedio", "lab_FattoreCulo", "lab_WL", "Lab_GMsuPM"})
+        EXPECT_EQ(lab(w, n), "0") << n;
+    EXPECT_EQ(dial(w, "Picture_WL"), "");
+    chiudi("frmMedie");
+
+    // Only gains: no loss shown, ten out of ten, and a tiny net result clamped to 1000.
+    svuota();
+    chiusa(5, 500, "13/01/2003", 1, 1);
+    chiusa(1, 0.25, "13/01/2003", 1, 1);
+    w = apri("frmMedie");
+    EXPECT_EQ(lab(w, "lab_MaxLose"), "");
+    EXPECT_EQ(lab(w, "lab_PerditaMedia"), "0");
+    EXPECT_EQ(lab(w, "lab_WL"), "10");
+    EXPECT_EQ(dial(w, "Picture_WL"), "1000");
+    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "99,95"); // 100 * 500 / 500.25
+    chiudi("frmMedie");
+    chiusa(-1, -500.15, "13/01/2003", 1, 1); // net 0.1: 100 * 500 / 0.1 = 500000
+    w = apri("frmMedie");
+    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "1000");
+    EXPECT_EQ(dial(w, "Picture_FC"), "10000");
+    chiudi("frmMedie");
+    chiusa(-1, -100, "13/01/2003", 1, 1); // net below 0: the ratio is negative and reads back as 0
+    w = apri("frmMedie");
+    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "0");
+    EXPECT_EQ(dial(w, "Picture_FC"), "0");
+    chiudi("frmMedie");
+
+    // An average loss that rounds to "0" makes the ratio 0 / 0.
+    svuota();
+    chiusa(1, 10, "13/01/2003", 1, 1);
+    chiusa(-1, -0.04, "13/01/2003", 1, 1);
+    EXPECT_THROW(apri("frmMedie"), platform::DivisionByZero);
+}
+
+TEST_F(StatsWindowsTest, AveragesWindowKeepsItsSizeLimitsInTheNormalState)
+{
+    chiusa(1, 10, "13/01/2003", 1, 1);
+    chiusa(-1, -5, "13/01/2003", 1, 1);
+    QWidget* w = apri("frmMedie");
+    auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
+    auto* frameMedie = in<QFrame>(w, "FrameMedie");
+    sub->resize(1200, 700);
+    // 9901 and 3400 twips at 12 a pixel.
+    EXPECT_EQ(w->width(), 9901 / 12);
+    EXPECT_EQ(w->height(), 3400 / 12);
+    EXPECT_EQ(frameMedie->x(), 0);
+    sub->showMaximized();
+    EXPECT_GT(w->width(), 9901 / 12);
+    EXPECT_EQ(frameMedie->x(), (w->width() - frameMedie->width()) / 2);
+}
+
+TEST_F(StatsWindowsTest, WeekdayTotalsLeaveEmptyDaysEmptyAndGrowTheGridByFive)
+{
+    chiusa(1, 100.5, "13/01/2003"); // Monday
+    chiusa(1, -20, "13/01/2003");
+    chiusa(1, 0.25, "20/01/2003"); // another Monday
+    chiusa(1, 30, "15/01/2003");   // a Wednesday that cancels out
+    chiusa(1, -30, "15/01/2003");
+    chiusa(1, 1e6, "18/01/2003");  // a Saturday: in no total
+    QWidget* w = apri("frmStGiorno");
+    auto* grid = in<platform::FlexGrid>(w, "MSFlexGrid_StGiorno");
+    auto* chart = in<platform::Chart>(w, "msc_Giorno");
+    const QStringList giorni = {"Lunedi|80,75", "Martedi|", "Mercoledi|0", "Giovedi|", "Venerdi|", "|"};
+    EXPECT_EQ(grid->TextMatrix(0, 0), "Giorno");
+    EXPECT_EQ(grid->TextMatrix(0, 1), "Totale");
+    EXPECT_EQ(righe(grid), giorni);
+    EXPECT_EQ(colonna(chart, 1), (QStringList{"80,75", "", "0", "", ""}));
+    EXPECT_EQ(chart->RowLabelAt(3), "Mercoledi");
+
+    // The chart keeps the style the user chose; the grid gains five rows per refresh.
+    QTest::mouseClick(in<QRadioButton>(w, "Option1(2)"), Qt::LeftButton);
+    refresh(w);
+    EXPECT_EQ(chart->ChartType(), platform::Chart::Area3D);
+    EXPECT_EQ(righe(grid), giorni + QStringList(5, "|"));
+}
+
+TEST_F(StatsWindowsTest, TheFrameRefreshesTheRunAndWeekdayWindowsByName)
+{
+    AddTrade(Module1::dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    AddTrade(Module1::dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
+    AddTrade(Module1::dbExe, "15/01/2003", "Sell", "DAY", "ENI", 50, 9);
+    frame->ControlloMenu();
+    auto* mdd = in<platform::FlexGrid>(apri("frmMDD"), "MSFlexGrid_MDD");
+    auto* giorno = in<platform::FlexGrid>(apri("frmStGiorno"), "MSFlexGrid_StGiorno");
+    EXPECT_EQ(righe(mdd), (QStringList{"1|100%", "|"}));
+    EXPECT_EQ(giorno->TextMatrix(2, 1), "50"); // Tuesday: 50 * (11 - 10)
+
+    AddTrade(Module1::dbExe, "16/01/2003", "Buy", "DAY", "ENI", 10, 10);
+    AddTrade(Module1::dbExe, "16/01/2003", "Sell", "DAY", "ENI", 10, 12);
+    frame->ControlloMenu();
+    EXPECT_EQ(righe(mdd), (QStringList{"1|50%", "-1|50%", "|", "|"}));
+    EXPECT_EQ(giorno->Rows(), 12);
+    EXPECT_EQ(giorno->TextMatrix(4, 1), "20");
+
+    // When the last sale goes, the frame closes them.
+    Module1::dbExe.Execute("DELETE * FROM Eseguiti WHERE Tipo = 'Sell'");
+    frame->ControlloMenu();
+    FlushDeletes();
+    EXPECT_EQ(platform::Forms::Find("frmMDD"), nullptr);
+    EXPECT_EQ(platform::Forms::Find("frmStGiorno"), nullptr);
+}
