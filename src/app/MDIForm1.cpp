@@ -2,11 +2,14 @@
 
 #include "app/Finestre.h"
 #include "app/Module1.h"
+#include "instruments/BarraOrologi.h"
+#include "instruments/clClock.h"
 #include "ledger/Replay.h"
 #include "platform/Forms.h"
 #include "platform/HelpWindow.h"
 #include "platform/MessageBox.h"
 #include "platform/Numbers.h"
+#include "platform/PictureSurface.h"
 #include "platform/ToolbarCustomize.h"
 
 #include <QAction>
@@ -144,6 +147,7 @@ MDIForm1::MDIForm1()
     Timer2_ = new QTimer(this);
     Timer2_->setObjectName(QStringLiteral("Timer2"));
     Timer2_->setInterval(3000);
+    connect(Timer2_, &QTimer::timeout, this, &MDIForm1::Timer2_Timer);
     resize(1280, 800);
 }
 
@@ -234,6 +238,8 @@ void MDIForm1::creaToolbar()
     dtp_Data_->setCalendarPopup(true);
     dtp_Data_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     toolbar3_->addWidget(dtp_Data_);
+    toolbar3_->addSeparator();
+    orologi_ = new BarraOrologi(toolbar3_);
 }
 
 void MDIForm1::creaBarraStato()
@@ -304,7 +310,18 @@ void MDIForm1::Load()
         ultimo->setText(apriUltimo);
     }
     ultimo->setVisible(!ultimo->text().isEmpty());
+
+    clock_ = std::make_unique<clClock>();
+    clock_->diameter = num::ToInt16(orologi_->Orologio(0)->ScaleWidth() / 2.0);
+    Timer2_->start();
+    Timer2_Timer(); // the clocks show at once, not three seconds later
     Module1::bAvvioInCorso = true;
+}
+
+void MDIForm1::Timer2_Timer()
+{
+    if (clock_)
+        orologi_->Aggiorna(*clock_);
 }
 
 bool MDIForm1::event(QEvent* e)

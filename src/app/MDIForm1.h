@@ -9,7 +9,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
+class BarraOrologi;
+class clClock;
 class QAction;
 class QDateEdit;
 class QLabel;
@@ -65,6 +68,7 @@ private slots:
     void mnu_Menu_Click();
     void Toolbar1_ButtonClick(QAction* button);
     void aggiornaOrologio();
+    void Timer2_Timer();
 
 private:
     void creaMenu();
@@ -86,6 +90,8 @@ private:
     QLabel* oraPanel_ = nullptr;
     QLabel* dataPanel_ = nullptr;
     QTimer* Timer2_ = nullptr;
+    BarraOrologi* orologi_ = nullptr;
+    std::unique_ptr<clClock> clock_;
     QTimer* orologio_ = nullptr;
     QVector<QAction*> buttons_; // index 0 unused
     store::Recordset rsSettaggi_;
