@@ -2,6 +2,8 @@
 
 #include "app/MDIForm1.h"
 #include "platform/Forms.h"
+#include "platform/Registro.h"
+#include "prefs/AssociaFile.h"
 #include "stats/Report.h"
 #include "store/Delivered.h"
 
@@ -48,6 +50,8 @@ void Main(const QString& programFolder)
     dbExe.Close();
     bPrimoAvvio = store::InstallDelivered(programFolder);
     dbSet.Open(FileProgramma(store::kSettingsFile));
+    if (bPrimoAvvio)
+        prefs::AssociaFile(platform::Registro(), FileProgramma(QStringLiteral("sync.svg")), QApplication::applicationFilePath());
     MDIForm1::Instance()->Load();
     MDIForm1::Instance()->show();
 }

@@ -59,6 +59,7 @@ bool InstallDelivered(const QString& programFolder)
     if (!dir.exists(kScratchPortfolio))
         CreateEmptyPortfolio(dir.filePath(kScratchPortfolio));
     copyResource(QStringLiteral("Start"), dir.filePath(QStringLiteral("Start")));
+    copyResource(QStringLiteral("sync.svg"), dir.filePath(QStringLiteral("sync.svg")));
     createAtomically(dir.filePath(kSettingsFile), SettingsScript());
     return true;
 }

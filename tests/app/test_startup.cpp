@@ -2,7 +2,10 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Forms.h"
+#include "platform/Registro.h"
+#include "prefs/AssociaFile.h"
 #include "store/Delivered.h"
+#include "support/FakeRegistry.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
@@ -19,8 +22,24 @@ using namespace testing_support;
 
 namespace {
 
-// Starts by hand: what the start does is the subject here.
-using StartupTest = ProgramTest;
+// Starts by hand: what the start does is the subject here. A first start registers
+// the file type with a registry that only remembers the writes.
+class StartupTest : public ProgramTest {
+protected:
+    void SetUp() override { platform::SostituisciRegistro(&registry); }
+    void TearDown() override
+    {
+        ProgramTest::TearDown();
+        platform::SostituisciRegistro(nullptr);
+    }
+    void start()
+    {
+        Module1::Main(dir.path());
+        frame = MDIForm1::Instance();
+    }
+
+    FakeRegistry registry;
+};
 
 bool enabled(const char* name) { return MDIForm1::Instance()->Menu(QString::fromLatin1(name))->isEnabled(); }
 
@@ -28,12 +47,16 @@ bool enabled(const char* name) { return MDIForm1::Instance()->Menu(QString::from
 
 TEST_F(StartupTest, FreshFolderStartsIntoTheFrameWithoutAPortfolio)
 {
-    Module1::Main(dir.path());
+    start();
     EXPECT_TRUE(Module1::bPrimoAvvio);
     EXPECT_TRUE(QFile::exists(dir.filePath("DataSet.qvd")));
     EXPECT_TRUE(QFile::exists(dir.filePath("DataExe.qvd")));
+    // The file type, registered once between opening the settings and showing the frame.
+    ASSERT_EQ(registry.writes.size(), 9);
+    EXPECT_EQ(registry.writes[4], "\\Quorvel\\DefaultIcon||text|" + dir.filePath("sync.svg"));
+    EXPECT_TRUE(QFile::exists(dir.filePath("sync.svg")));
+    EXPECT_EQ(registry.writes[7], "\\Quorvel\\Shell\\Open\\command||text|" + prefs::ComandoApri(QApplication::applicationFilePath()));
 
-    MDIForm1* frame = MDIForm1::Instance();
     EXPECT_TRUE(frame->isVisible());
     EXPECT_EQ(frame->objectName(), "MDIForm1");
     EXPECT_EQ(frame->findChild<QDateEdit*>("dtp_Data")->date(), QDate::currentDate());
@@ -74,13 +97,14 @@ TEST_F(StartupTest, FreshFolderStartsIntoTheFrameWithoutAPortfolio)
 
 TEST_F(StartupTest, LaterStartsKeepTheSettingsAndShowTheLastFile)
 {
-    Module1::Main(dir.path());
+    start();
     Module1::dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '/home/utente/Portafogli/mio conto.qvp', Clock = 0, Menu = 0");
-    TearDown();
+    ProgramTest::TearDown();
+    registry.writes.clear();
 
-    Module1::Main(dir.path());
+    start();
     EXPECT_FALSE(Module1::bPrimoAvvio);
-    MDIForm1* frame = MDIForm1::Instance();
+    EXPECT_TRUE(registry.writes.isEmpty()); // only the first start registers the file type
     QAction* ultimo = frame->Menu("mnu_ApriUltimo");
     EXPECT_TRUE(ultimo->isEnabled());
     EXPECT_EQ(ultimo->text(), "/home/utente/Portafogli/mio conto.qvp");
@@ -90,8 +114,7 @@ TEST_F(StartupTest, LaterStartsKeepTheSettingsAndShowTheLastFile)
 
 TEST_F(StartupTest, ToolbarMenuFollowsTheThreeIconModes)
 {
-    Module1::Main(dir.path());
-    MDIForm1* frame = MDIForm1::Instance();
+    start();
     frame->ToolbarMenu(0, 1); // small pictures never have captions
     EXPECT_EQ(frame->Toolbar1()->iconSize(), QSize(16, 16));
     EXPECT_EQ(frame->Button(4)->text(), "");

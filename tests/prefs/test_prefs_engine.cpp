@@ -2,13 +2,69 @@
 #include "app/Codifica.h"
 #include "instruments/ClockGeometry.h"
 #include "platform/Casuale.h"
+#include "platform/Programmi.h"
+#include "platform/Registro.h"
+#include "prefs/AssociaFile.h"
 #include "prefs/Consigli.h"
+#include "support/FakeRegistry.h"
+#include "support/Fixture.h"
 
+#include <QDir>
+#include <QFile>
+#include <QMimeDatabase>
+#include <QTemporaryDir>
 #include <QtMath>
 
 #include <gtest/gtest.h>
 
 #include <set>
+
+using namespace testing_support;
+
+namespace {
+
+QString text(const QString& path)
+{
+    return QString::fromUtf8(FileBytes(path));
+}
+
+// A folder on PATH holding empty executables of these names, for the length of a test.
+class FakePath {
+public:
+    explicit FakePath(const QStringList& programs) : old_(qgetenv("PATH"))
+    {
+        for (const QString& p : programs) {
+            QFile f(dir_.filePath(p));
+            f.open(QIODevice::WriteOnly);
+            f.write("#!/bin/sh\n");
+            f.close();
+            f.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        qputenv("PATH", dir_.path().toUtf8());
+    }
+    ~FakePath() { qputenv("PATH", old_); }
+    QString File(const QString& name) const { return dir_.filePath(name); }
+
+private:
+    QTemporaryDir dir_;
+    QByteArray old_;
+};
+
+// Records the programs started instead of starting them.
+class FakeStarter {
+public:
+    explicit FakeStarter(bool starts = true)
+    {
+        platform::SostituisciAvviatore([this, starts](const QString& program, const QStringList& args) {
+            started << (QStringList{program} + args).join(' ');
+            return starts;
+        });
+    }
+    ~FakeStarter() { platform::SostituisciAvviatore({}); }
+    QStringList started;
+};
+
+} // namespace
 
 TEST(SharedRandom, TwoStartsShowTheSameRulesUntilAPasswordIsScrambled)
 {
@@ -67,4 +123,66 @@ TEST(ClockGeometry, HoursMinutesAndTheDialsMarks)
     // Fixed offsets on the machine's clock, wrapping round midnight.
     EXPECT_EQ(orologio::OraDelFuso(QTime(2, 0), -6), QTime(20, 0));
     EXPECT_EQ(orologio::OraDelFuso(QTime(20, 30, 15), 8), QTime(4, 30, 15));
+}
+
+TEST(FileType, TheEightWritesAsData)
+{
+    FakeRegistry registry;
+    prefs::AssociaFile(registry, "/opt/quorvel/sync.svg", "/opt/quorvel/quorvel");
+    EXPECT_EQ(registry.writes, (QStringList{
+                                   "\\.Qvp||text|Quorvel",
+                                   "\\.qvp|Content Type|text|text/plain",
+                                   "\\Quorvel||text|Quorvel",
+                                   "\\Quorvel|EditFlags|number|0",
+                                   "\\Quorvel\\DefaultIcon||text|/opt/quorvel/sync.svg",
+                                   "\\Quorvel\\Shell||text|",
+                                   "\\Quorvel\\Shell\\Open||text|",
+                                   "\\Quorvel\\Shell\\Open\\command||text|/opt/quorvel/quorvel %1",
+                                   "notify",
+                               }));
+    // A blank in the program's path is kept together by quotes.
+    EXPECT_EQ(prefs::ComandoApri("/home/a b/quorvel"), "\"/home/a b/quorvel\" %1");
+}
+
+TEST(FileType, FreedesktopFormInTheDataFolder)
+{
+    QTemporaryDir data, programma;
+    const QString icona = programma.filePath("sync.svg");
+    ASSERT_TRUE(QFile::copy(":/data/sync.svg", icona));
+    const FakePath path({"update-mime-database", "update-desktop-database"});
+    const FakeStarter starter;
+    platform::RegistroFreedesktop registry(data.path());
+    prefs::AssociaFile(registry, icona, "/opt/Quorvel app/quor$vel");
+
+    const QDir d(data.path());
+    const QString xml = text(d.filePath("mime/packages/quorvel.xml"));
+    EXPECT_TRUE(xml.contains("<mime-type type=\"application/x-quorvel\">")) << xml.toStdString();
+    EXPECT_TRUE(xml.contains("<comment>Quorvel</comment>"));
+    EXPECT_TRUE(xml.contains("<icon name=\"application-x-quorvel\"/>"));
+    EXPECT_EQ(xml.count("<glob "), 1); // ".Qvp" and ".qvp" are one key
+    EXPECT_TRUE(xml.contains("<glob pattern=\"*.qvp\"/>"));
+    EXPECT_FALSE(xml.contains("text/plain"));
+
+    const QStringList entry = text(d.filePath("applications/quorvel.desktop")).split('\n');
+    EXPECT_EQ(entry.first(), "[Desktop Entry]");
+    // The path quoted with its "$" escaped, then the backslash doubled as every string value's is.
+    EXPECT_TRUE(entry.contains("Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f")) << entry.join('\n').toStdString();
+    EXPECT_TRUE(entry.contains("MimeType=application/x-quorvel;"));
+    EXPECT_TRUE(entry.contains("Name=Quorvel"));
+    EXPECT_TRUE(entry.contains("Icon=application-x-quorvel"));
+    EXPECT_TRUE(entry.contains("NoDisplay=true"));
+    EXPECT_EQ(FileBytes(d.filePath("icons/hicolor/scalable/mimetypes/application-x-quorvel.svg")), FileBytes(icona));
+    EXPECT_EQ(starter.started, (QStringList{path.File("update-mime-database") + " " + d.filePath("mime"),
+                                            path.File("update-desktop-database") + " " + d.filePath("applications")}));
+
+    // A later write replaces the value silently, whatever the case of the key.
+    registry.ScriviRegistroTesto("\\QUORVEL", "", "Portafoglio <Quorvel>");
+    const QString dopo = text(d.filePath("mime/packages/quorvel.xml"));
+    EXPECT_TRUE(dopo.contains("<comment>Portafoglio &lt;Quorvel&gt;</comment>"));
+    EXPECT_EQ(dopo.count("<glob "), 1);
+
+    // What a desktop reads from it.
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    EXPECT_EQ(QMimeDatabase().mimeTypeForFile("conto.qvp", QMimeDatabase::MatchExtension).name(), "application/x-quorvel");
+    qunsetenv("XDG_DATA_HOME");
 }
