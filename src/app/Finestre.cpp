@@ -15,7 +15,7 @@
 // export
 
 // preferences and password
-
+#include "app/Pwd.h"
 
 void RegistraFinestre()
 {
@@ -34,5 +34,5 @@ void RegistraFinestre()
     // export
 
     // preferences and password
-
+    MDIForm1::RegistraFinestra(QStringLiteral("Pwd"), []() -> QWidget* { return Pwd::Instance(); }, true);
 }

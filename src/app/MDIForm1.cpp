@@ -2,6 +2,7 @@
 
 #include "app/Finestre.h"
 #include "app/Module1.h"
+#include "app/Presentazione.h"
 #include "instruments/BarraOrologi.h"
 #include "instruments/clClock.h"
 #include "ledger/Replay.h"
@@ -315,6 +316,7 @@ void MDIForm1::Load()
     clock_->diameter = num::ToInt16(orologi_->Orologio(0)->ScaleWidth() / 2.0);
     Timer2_->start();
     Timer2_Timer(); // the clocks show at once, not three seconds later
+    Presentazione::Instance()->exec();
     Module1::bAvvioInCorso = true;
 }
 

@@ -34,6 +34,7 @@ protected:
     }
     void start()
     {
+        ClickAwaySplash();
         Module1::Main(dir.path());
         frame = MDIForm1::Instance();
     }
