@@ -16,6 +16,9 @@
 
 // preferences and password
 #include "app/Pwd.h"
+#include "prefs/OpzioniVista.h"
+#include "prefs/Tip.h"
+#include "prefs/frmBenvenuto.h"
 
 void RegistraFinestre()
 {
@@ -35,4 +38,7 @@ void RegistraFinestre()
 
     // preferences and password
     MDIForm1::RegistraFinestra(QStringLiteral("Pwd"), []() -> QWidget* { return Pwd::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("OpzioniVista"), []() -> QWidget* { return OpzioniVista::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("Tip"), []() -> QWidget* { return Tip::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("frmBenvenuto"), []() -> QWidget* { return frmBenvenuto::Instance(); }, true);
 }

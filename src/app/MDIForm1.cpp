@@ -114,9 +114,6 @@ QHash<QString, Finestra>& finestre()
 const QStringList kConMain = {"frmEseguiti", "frmOperazioniChiuse", "frmCapitale", "frmErrori", "frmMDD", "frmStGiorno",
                               "frmPortafoglio", "frmReport", "frmGrOperazioni", "frmRisk", "frmContoTitoli"};
 
-// Height of the clock bar: 1000 twips at 15 twips a pixel.
-constexpr int kAltezzaOrologi = 1000 / 15;
-
 QIcon immagine(int number, bool large)
 {
     const QString path = QStringLiteral(":/icons/%1.svg").arg(number);
@@ -338,13 +335,22 @@ bool MDIForm1::event(QEvent* e)
 
 void MDIForm1::Form_Activate()
 {
-    if (!Module1::bAvvioInCorso)
+    // An activation that arrives while the start-up windows are open is the same one.
+    if (!Module1::bAvvioInCorso || attivazione_)
         return;
+    attivazione_ = true;
+    if (rsSettaggi_.Number(QStringLiteral("Tip")) == 1)
+        MostraFinestra(QStringLiteral("Tip"));
     Module1::bAvvioInCorso = false;
     rsSettaggi_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT Tip, Benvenuto FROM Settaggi"));
+    if (rsSettaggi_.Number(QStringLiteral("Benvenuto")) == 1)
+        MostraFinestra(QStringLiteral("frmBenvenuto"));
+    attivazione_ = false;
     switch (Module1::iSceltaBenvenuto) {
-    default:
-        break; // without a choice the user starts from the frame
+    case 1: mnu_NuovoPortafoglio_Click(); break;
+    case 2: mnu_Apri_Click(); break;
+    case 3: mnu_ApriUltimo_Click(); break;
+    default: break; // without a choice the user starts from the frame
     }
 }
 

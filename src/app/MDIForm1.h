@@ -24,6 +24,8 @@ class MDIForm1 final : public QMainWindow {
     Q_OBJECT
 public:
     static MDIForm1* Instance();
+    // Height of the clock bar: 1000 twips at 15 twips a pixel, the room the clocks need.
+    static constexpr int kAltezzaOrologi = 1000 / 15;
     MDIForm1();
     ~MDIForm1() override;
 
@@ -92,6 +94,7 @@ private:
     QTimer* Timer2_ = nullptr;
     BarraOrologi* orologi_ = nullptr;
     std::unique_ptr<clClock> clock_;
+    bool attivazione_ = false; // the first activation is running
     QTimer* orologio_ = nullptr;
     QVector<QAction*> buttons_; // index 0 unused
     store::Recordset rsSettaggi_;
