@@ -16,6 +16,7 @@
 
 // preferences and password
 #include "app/Pwd.h"
+#include "prefs/FrmAbout.h"
 #include "prefs/OpzioniVista.h"
 #include "prefs/Tip.h"
 #include "prefs/frmBenvenuto.h"
@@ -41,4 +42,5 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("OpzioniVista"), []() -> QWidget* { return OpzioniVista::Instance(); }, true);
     MDIForm1::RegistraFinestra(QStringLiteral("Tip"), []() -> QWidget* { return Tip::Instance(); }, true);
     MDIForm1::RegistraFinestra(QStringLiteral("frmBenvenuto"), []() -> QWidget* { return frmBenvenuto::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("FrmAbout"), []() -> QWidget* { return FrmAbout::Instance(); }, true);
 }

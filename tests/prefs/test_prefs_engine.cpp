@@ -1,4 +1,5 @@
-// What the preference windows compute without a window.
+// What the preference windows compute without a window: the shared random generator,
+// the clock hands, the credits' colours, the file type and the system information tool.
 #include "app/Codifica.h"
 #include "instruments/ClockGeometry.h"
 #include "platform/Casuale.h"
@@ -6,6 +7,8 @@
 #include "platform/Registro.h"
 #include "prefs/AssociaFile.h"
 #include "prefs/Consigli.h"
+#include "prefs/Crediti.h"
+#include "prefs/InfoSistema.h"
 #include "support/FakeRegistry.h"
 #include "support/Fixture.h"
 
@@ -125,6 +128,29 @@ TEST(ClockGeometry, HoursMinutesAndTheDialsMarks)
     EXPECT_EQ(orologio::OraDelFuso(QTime(20, 30, 15), 8), QTime(4, 30, 15));
 }
 
+TEST(Credits, LinesComeUpOutOfBlackShineInTheMiddleAndLoop)
+{
+    using prefs::Rgb;
+    EXPECT_EQ(prefs::ColoreCredito(1200, 2400), (Rgb{50, 150, 255}));
+    EXPECT_EQ(prefs::ColoreCredito(0, 2400), Rgb{});
+    EXPECT_EQ(prefs::ColoreCredito(2400, 2400), Rgb{});
+    // A quarter in: f = 600 / 1200 = 0.5 -> 25, 75, 127.5 rounded to even 128; the same a quarter from the bottom.
+    EXPECT_EQ(prefs::ColoreCredito(600, 2400), (Rgb{25, 75, 128}));
+    EXPECT_EQ(prefs::ColoreCredito(1800, 2400), (Rgb{25, 75, 128}));
+    EXPECT_EQ(prefs::ColoreCredito(-40, 2400), Rgb{}); // leaving at the top
+
+    prefs::Crediti c(3, 100, 1000, 0); // tops 0, 100, 200
+    c.Passo();
+    EXPECT_EQ(c.Colore(1), prefs::ColoreCredito(100, 1000)); // the colour of where it stood
+    for (int i = 0; i < 99; ++i)
+        c.Passo();
+    EXPECT_EQ(c.Top(0), -100); // minus its height: it has left the area
+    c.Passo();
+    EXPECT_EQ(c.Top(0), 999); // below the area again, one tick up
+    EXPECT_EQ(c.Colore(0), Rgb{});
+    EXPECT_EQ(c.Top(1), -1);
+}
+
 TEST(FileType, TheEightWritesAsData)
 {
     FakeRegistry registry;
@@ -185,4 +211,17 @@ TEST(FileType, FreedesktopFormInTheDataFolder)
     qputenv("XDG_DATA_HOME", data.path().toUtf8());
     EXPECT_EQ(QMimeDatabase().mimeTypeForFile("conto.qvp", QMimeDatabase::MatchExtension).name(), "application/x-quorvel");
     qunsetenv("XDG_DATA_HOME");
+}
+
+TEST(SystemInformation, FirstProgramOnThePathElseNone)
+{
+    {
+        const FakePath path({"gnome-system-monitor", "kinfocenter"});
+        const FakeStarter starter;
+        EXPECT_TRUE(prefs::AvviaInfoSistema());
+        EXPECT_EQ(starter.started, QStringList{path.File("kinfocenter")}); // earlier in the list
+    }
+    const FakePath path({"gnome-system-monitor"});
+    const FakeStarter fails(false);
+    EXPECT_FALSE(prefs::AvviaInfoSistema()); // found, but it would not start
 }

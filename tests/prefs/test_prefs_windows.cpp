@@ -118,3 +118,31 @@ TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)
     apri("mnu_Tips", "Tip", [](QWidget* w) { click(w, "Command2"); });
     EXPECT_EQ(settaggi("Tip"), QStringList{"0"});
 }
+
+TEST_F(PrefsTest, AboutScrollsTheCreditsAndSaysWhenThereIsNoSystemInformationTool)
+{
+    QTemporaryDir bin;
+    const QByteArray oldPath = qgetenv("PATH");
+    qputenv("PATH", bin.path().toUtf8());
+    QString message;
+    apri("mnu_About", "FrmAbout", [&](QWidget* w) {
+        EXPECT_EQ(w->windowTitle(), "About Quorvel");
+        EXPECT_EQ(c<QPushButton>(w, "cmd_SystemInfo")->text(), "System Info..");
+        EXPECT_EQ(c<QTimer>(w, "Timer1")->interval(), 1);
+        auto* prima = c<QLabel>(w, "lblCredits(0)");
+        auto* ultima = c<QLabel>(w, "lblCredits(9)");
+        ASSERT_NE(prima, nullptr);
+        ASSERT_NE(ultima, nullptr);
+        EXPECT_GT(ultima->y(), prima->y()); // one below the other
+        const int y = prima->y();
+        EXPECT_TRUE(QTest::qWaitFor([&]() { return prima->y() < y; }, 5000)); // rising
+
+        // No tool on PATH: the message, and the window stays.
+        PressOnModal("OK", &message);
+        click(w, "cmd_SystemInfo");
+        EXPECT_TRUE(w->isVisible());
+        click(w, "cmd_Ok");
+    });
+    qputenv("PATH", oldPath);
+    EXPECT_EQ(message, "System Information Is Unavailable At This Time");
+}
