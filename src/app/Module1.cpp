@@ -54,6 +54,8 @@ void Main(const QString& programFolder)
         prefs::AssociaFile(platform::Registro(), FileProgramma(QStringLiteral("sync.svg")), QApplication::applicationFilePath());
     MDIForm1::Instance()->Load();
     MDIForm1::Instance()->show();
+    // Activated as it shows, with or without a window manager: the activation runs the start-up windows.
+    MDIForm1::Instance()->activateWindow();
 }
 
 namespace {
