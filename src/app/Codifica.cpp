@@ -1,6 +1,6 @@
 #include "app/Codifica.h"
 
-#include <QRandomGenerator>
+#include "platform/Casuale.h"
 
 #include <cmath>
 
@@ -38,7 +38,9 @@ QString CodificaConSeme(const QString& key, const QString& text, int seed)
 QString Codifica(const QString& mode, const QString& key, const QString& text)
 {
     if (mode == QLatin1String("E")) {
-        const double r = QRandomGenerator::global()->generateDouble();
+        // The only place that seeds the shared generator.
+        platform::Generatore().Randomize();
+        const double r = platform::Generatore().Rnd();
         const int seed = static_cast<int>(std::nearbyint(r * 10000.0)) % 255 + 1;
         return CodificaConSeme(key, text, seed);
     }

@@ -26,7 +26,11 @@
 #include "export/frmEsporta.h"
 
 // preferences and password
-
+#include "app/Pwd.h"
+#include "prefs/FrmAbout.h"
+#include "prefs/OpzioniVista.h"
+#include "prefs/Tip.h"
+#include "prefs/frmBenvenuto.h"
 
 void RegistraFinestre()
 {
@@ -59,5 +63,9 @@ void RegistraFinestre()
     MDIForm1::RegistraFinestra(QStringLiteral("frmEsporta"), []() -> QWidget* { return frmEsporta::Instance(); }, true);
 
     // preferences and password
-
+    MDIForm1::RegistraFinestra(QStringLiteral("Pwd"), []() -> QWidget* { return Pwd::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("OpzioniVista"), []() -> QWidget* { return OpzioniVista::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("Tip"), []() -> QWidget* { return Tip::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("frmBenvenuto"), []() -> QWidget* { return frmBenvenuto::Instance(); }, true);
+    MDIForm1::RegistraFinestra(QStringLiteral("FrmAbout"), []() -> QWidget* { return FrmAbout::Instance(); }, true);
 }

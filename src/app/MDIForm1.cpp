@@ -2,11 +2,15 @@
 
 #include "app/Finestre.h"
 #include "app/Module1.h"
+#include "app/Presentazione.h"
+#include "instruments/BarraOrologi.h"
+#include "instruments/clClock.h"
 #include "ledger/Replay.h"
 #include "platform/Forms.h"
 #include "platform/HelpWindow.h"
 #include "platform/MessageBox.h"
 #include "platform/Numbers.h"
+#include "platform/PictureSurface.h"
 #include "platform/ToolbarCustomize.h"
 
 #include <QAction>
@@ -110,9 +114,6 @@ QHash<QString, Finestra>& finestre()
 const QStringList kConMain = {"frmEseguiti", "frmOperazioniChiuse", "frmCapitale", "frmErrori", "frmMDD", "frmStGiorno",
                               "frmPortafoglio", "frmReport", "frmGrOperazioni", "frmRisk", "frmContoTitoli"};
 
-// Height of the clock bar: 1000 twips at 15 twips a pixel.
-constexpr int kAltezzaOrologi = 1000 / 15;
-
 QIcon immagine(int number, bool large)
 {
     const QString path = QStringLiteral(":/icons/%1.svg").arg(number);
@@ -144,6 +145,7 @@ MDIForm1::MDIForm1()
     Timer2_ = new QTimer(this);
     Timer2_->setObjectName(QStringLiteral("Timer2"));
     Timer2_->setInterval(3000);
+    connect(Timer2_, &QTimer::timeout, this, &MDIForm1::Timer2_Timer);
     resize(1280, 800);
 }
 
@@ -234,6 +236,8 @@ void MDIForm1::creaToolbar()
     dtp_Data_->setCalendarPopup(true);
     dtp_Data_->setDisplayFormat(QStringLiteral("dd/MM/yyyy"));
     toolbar3_->addWidget(dtp_Data_);
+    toolbar3_->addSeparator();
+    orologi_ = new BarraOrologi(toolbar3_);
 }
 
 void MDIForm1::creaBarraStato()
@@ -304,7 +308,19 @@ void MDIForm1::Load()
         ultimo->setText(apriUltimo);
     }
     ultimo->setVisible(!ultimo->text().isEmpty());
+
+    clock_ = std::make_unique<clClock>();
+    clock_->diameter = num::ToInt16(orologi_->Orologio(0)->ScaleWidth() / 2.0);
+    Timer2_->start();
+    Timer2_Timer(); // the clocks show at once, not three seconds later
+    Presentazione::Instance()->exec();
     Module1::bAvvioInCorso = true;
+}
+
+void MDIForm1::Timer2_Timer()
+{
+    if (clock_)
+        orologi_->Aggiorna(*clock_);
 }
 
 bool MDIForm1::event(QEvent* e)
@@ -319,13 +335,22 @@ bool MDIForm1::event(QEvent* e)
 
 void MDIForm1::Form_Activate()
 {
-    if (!Module1::bAvvioInCorso)
+    // An activation that arrives while the start-up windows are open is the same one.
+    if (!Module1::bAvvioInCorso || attivazione_)
         return;
+    attivazione_ = true;
+    if (rsSettaggi_.Number(QStringLiteral("Tip")) == 1)
+        MostraFinestra(QStringLiteral("Tip"));
     Module1::bAvvioInCorso = false;
     rsSettaggi_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT Tip, Benvenuto FROM Settaggi"));
+    if (rsSettaggi_.Number(QStringLiteral("Benvenuto")) == 1)
+        MostraFinestra(QStringLiteral("frmBenvenuto"));
+    attivazione_ = false;
     switch (Module1::iSceltaBenvenuto) {
-    default:
-        break; // without a choice the user starts from the frame
+    case 1: mnu_NuovoPortafoglio_Click(); break;
+    case 2: mnu_Apri_Click(); break;
+    case 3: mnu_ApriUltimo_Click(); break;
+    default: break; // without a choice the user starts from the frame
     }
 }
 

@@ -9,7 +9,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 
+class BarraOrologi;
+class clClock;
 class QAction;
 class QDateEdit;
 class QLabel;
@@ -21,6 +24,8 @@ class MDIForm1 final : public QMainWindow {
     Q_OBJECT
 public:
     static MDIForm1* Instance();
+    // Height of the clock bar: 1000 twips at 15 twips a pixel, the room the clocks need.
+    static constexpr int kAltezzaOrologi = 1000 / 15;
     MDIForm1();
     ~MDIForm1() override;
 
@@ -65,6 +70,7 @@ private slots:
     void mnu_Menu_Click();
     void Toolbar1_ButtonClick(QAction* button);
     void aggiornaOrologio();
+    void Timer2_Timer();
 
 private:
     void creaMenu();
@@ -86,6 +92,9 @@ private:
     QLabel* oraPanel_ = nullptr;
     QLabel* dataPanel_ = nullptr;
     QTimer* Timer2_ = nullptr;
+    BarraOrologi* orologi_ = nullptr;
+    std::unique_ptr<clClock> clock_;
+    bool attivazione_ = false; // the first activation is running
     QTimer* orologio_ = nullptr;
     QVector<QAction*> buttons_; // index 0 unused
     store::Recordset rsSettaggi_;

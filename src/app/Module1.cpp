@@ -2,6 +2,8 @@
 
 #include "app/MDIForm1.h"
 #include "platform/Forms.h"
+#include "platform/Registro.h"
+#include "prefs/AssociaFile.h"
 #include "stats/Report.h"
 #include "store/Delivered.h"
 
@@ -48,8 +50,12 @@ void Main(const QString& programFolder)
     dbExe.Close();
     bPrimoAvvio = store::InstallDelivered(programFolder);
     dbSet.Open(FileProgramma(store::kSettingsFile));
+    if (bPrimoAvvio)
+        prefs::AssociaFile(platform::Registro(), FileProgramma(QStringLiteral("sync.svg")), QApplication::applicationFilePath());
     MDIForm1::Instance()->Load();
     MDIForm1::Instance()->show();
+    // Activated as it shows, with or without a window manager: the activation runs the start-up windows.
+    MDIForm1::Instance()->activateWindow();
 }
 
 namespace {

@@ -7,7 +7,7 @@
 namespace platform {
 
 PictureSurface::PictureSurface(int width, int height, int zoom, QWidget* parent)
-    : QWidget(parent), image_(width, height, QImage::Format_RGB32), zoom_(zoom)
+    : QWidget(parent), image_(width, height, QImage::Format_ARGB32_Premultiplied), zoom_(zoom)
 {
     setProperty("pictureSurface", true);
     image_.fill(back_);
@@ -35,8 +35,14 @@ void PictureSurface::Cls()
 void PictureSurface::Line(const QLineF& line)
 {
     QPainter p(&image_);
-    p.setRenderHint(QPainter::Antialiasing, false);
-    p.setPen(QPen(fore_, 0));
+    p.setRenderHint(QPainter::Antialiasing, smooth_);
+    p.setPen(QPen(fore_, drawWidth_ > 1 ? drawWidth_ : 0, Qt::SolidLine, Qt::RoundCap));
+    if (smooth_) {
+        // Through the pixels' centres.
+        p.drawLine(line.translated(0.5, 0.5));
+        update();
+        return;
+    }
     // Pixel coordinates: a line from pixel to pixel, both ends included.
     const QPoint a(static_cast<int>(std::lround(line.x1())), static_cast<int>(std::lround(line.y1())));
     const QPoint b(static_cast<int>(std::lround(line.x2())), static_cast<int>(std::lround(line.y2())));
@@ -49,7 +55,14 @@ void PictureSurface::Line(const QLineF& line)
 
 void PictureSurface::PSet(int x, int y)
 {
-    if (image_.rect().contains(x, y))
+    if (drawWidth_ > 1) {
+        QPainter p(&image_);
+        p.setRenderHint(QPainter::Antialiasing, smooth_);
+        p.setPen(Qt::NoPen);
+        p.setBrush(fore_);
+        const double d = drawWidth_;
+        p.drawEllipse(QRectF(x + 0.5 - d / 2, y + 0.5 - d / 2, d, d));
+    } else if (image_.rect().contains(x, y))
         image_.setPixelColor(x, y, fore_);
     update();
 }

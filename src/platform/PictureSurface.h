@@ -24,6 +24,11 @@ public:
     void SetForeColor(const QColor& c) { fore_ = c; }
     QColor BackColor() const { return back_; }
     QColor ForeColor() const { return fore_; }
+    // Width of lines and points in pixels; wider points are round dots.
+    void SetDrawWidth(int w) { drawWidth_ = w < 1 ? 1 : w; }
+    int DrawWidth() const { return drawWidth_; }
+    // Smooth edges on lines and wide points, for drawings that aren't pixel art.
+    void SetAntialiasing(bool on) { smooth_ = on; }
 
     void Cls();
     void Line(const QLineF& line);
@@ -41,6 +46,8 @@ private:
     QImage picture_;
     QColor back_ = Qt::white;
     QColor fore_ = Qt::black;
+    int drawWidth_ = 1;
+    bool smooth_ = false;
     int zoom_;
 };
 

@@ -60,6 +60,7 @@ bool InstallDelivered(const QString& programFolder)
         CreateEmptyPortfolio(dir.filePath(kScratchPortfolio));
     copyResource(QStringLiteral("Start"), dir.filePath(QStringLiteral("Start")));
     copyResource(kLogoFile, dir.filePath(kLogoFile));
+    copyResource(QStringLiteral("sync.svg"), dir.filePath(QStringLiteral("sync.svg")));
     createAtomically(dir.filePath(kSettingsFile), SettingsScript());
     return true;
 }

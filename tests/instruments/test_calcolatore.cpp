@@ -24,7 +24,7 @@ class CalcolatoreTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
+        Avvia();
         Module1::dbSet.Execute("DELETE * FROM System");
         Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
         Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T4','cara',4,5)");

@@ -21,7 +21,7 @@ using namespace testing_support;
 TEST(CalcolatoreFailure, DoubleZeroQuantityEndsInTheFailureReport)
 {
     QTemporaryDir dir;
-    Module1::Main(dir.path());
+    StartProgram(dir.path());
     MDIForm1::Instance()->Menu("mnu_Calcolatore")->trigger();
     QWidget* w = platform::Forms::Find("Calcolatore");
     ASSERT_NE(w, nullptr);

@@ -24,7 +24,7 @@ class ParametriTest : public ProgramTest {
 protected:
     void SetUp() override
     {
-        Module1::Main(dir.path());
+        Avvia();
         set.Open(dir.filePath("DataSet.qvd"));
     }
     // Opens the modal window from its menu and lets `work` act on it.

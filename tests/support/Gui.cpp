@@ -3,13 +3,18 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Forms.h"
+#include "store/Database.h"
+#include "store/Delivered.h"
 
 #include <QAbstractButton>
+#include <QAction>
+#include <QDir>
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QLabel>
 #include <QMessageBox>
+#include <QTest>
 #include <QTimer>
 
 namespace testing_support {
@@ -76,11 +81,48 @@ void FlushDeletes()
 
 namespace testing_support {
 
+void RunModal(QAction* trigger, const QString& name, std::function<void(QWidget*)> work)
+{
+    bool seen = false;
+    WhenModal([work, &seen](QWidget* w) {
+        seen = true;
+        work(w);
+        if (w->isVisible()) {
+            ADD_FAILURE() << w->objectName().toStdString() << " is still open";
+            QMetaObject::invokeMethod(w, "reject", Qt::QueuedConnection);
+        }
+    }, [name](QWidget* w) { return w->objectName() == name; });
+    trigger->trigger();
+    EXPECT_TRUE(seen) << name.toStdString() << " never came";
+}
+
+void PrepareSettings(const QString& folder, const QString& assignments)
+{
+    store::InstallDelivered(folder);
+    store::Database settings;
+    settings.Open(QDir(folder).filePath(store::kSettingsFile));
+    settings.Execute("UPDATE Settaggi SET " + assignments);
+}
+
+void ClickAwaySplash()
+{
+    WhenModal([](QWidget* splash) { QTest::mouseClick(splash->findChild<QWidget*>("Image1"), Qt::LeftButton); },
+              [](QWidget* w) { return w->objectName() == "Presentazione"; });
+}
+
+MDIForm1* StartProgram(const QString& folder)
+{
+    PrepareSettings(folder, "Tip = 0, Benvenuto = 0");
+    ClickAwaySplash();
+    Module1::Main(folder);
+    MDIForm1* frame = MDIForm1::Instance();
+    frame->Form_Activate();
+    return frame;
+}
+
 void ProgramTest::Avvia(bool nuovoPortafoglio)
 {
-    Module1::Main(dir.path());
-    frame = MDIForm1::Instance();
-    frame->Form_Activate();
+    frame = StartProgram(dir.path());
     if (nuovoPortafoglio)
         frame->mnu_NuovoPortafoglio_Click();
 }

@@ -9,6 +9,7 @@
 #include <functional>
 
 class MDIForm1;
+class QAction;
 
 namespace testing_support {
 
@@ -22,6 +23,16 @@ void PressOnModal(const QString& buttonText, QString* seenText = nullptr);
 void AnswerFileDialog(const QString& path, QString* seenTitle = nullptr);
 // Deletes the windows unloaded with deleteLater.
 void FlushDeletes();
+// Triggers an action that runs the modal window `name` and lets `work` act on it; a
+// window that `work` leaves open is closed with a test failure, so nothing waits on it.
+void RunModal(QAction* trigger, const QString& name, std::function<void(QWidget*)> work);
+// Installs the delivered files into a folder if needed and sets columns of Settaggi there.
+void PrepareSettings(const QString& folder, const QString& assignments);
+// Clicks the splash away when it shows, as a user can (its picture does what OK does).
+void ClickAwaySplash();
+// Starts the program in a folder past its start: the tips and the welcome window
+// switched off in the settings, the splash clicked away, the first activation run.
+MDIForm1* StartProgram(const QString& folder);
 
 // A program started in a temporary program folder, closed again after each test.
 class ProgramTest : public ::testing::Test {

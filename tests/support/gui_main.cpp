@@ -10,6 +10,9 @@ int main(int argc, char** argv)
     // Dialogs remember folders in the user's Qt settings: keep the tests' own apart.
     QTemporaryDir config;
     qputenv("XDG_CONFIG_HOME", config.path().toUtf8());
+    // A first start registers the portfolio file type in the user's data folder.
+    QTemporaryDir data;
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     platform::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvel"));

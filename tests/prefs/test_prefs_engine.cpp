@@ -1,0 +1,227 @@
+// What the preference windows compute without a window: the shared random generator,
+// the clock hands, the credits' colours, the file type and the system information tool.
+#include "app/Codifica.h"
+#include "instruments/ClockGeometry.h"
+#include "platform/Casuale.h"
+#include "platform/Programmi.h"
+#include "platform/Registro.h"
+#include "prefs/AssociaFile.h"
+#include "prefs/Consigli.h"
+#include "prefs/Crediti.h"
+#include "prefs/InfoSistema.h"
+#include "support/FakeRegistry.h"
+#include "support/Fixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QMimeDatabase>
+#include <QTemporaryDir>
+#include <QtMath>
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+using namespace testing_support;
+
+namespace {
+
+QString text(const QString& path)
+{
+    return QString::fromUtf8(FileBytes(path));
+}
+
+// A folder on PATH holding empty executables of these names, for the length of a test.
+class FakePath {
+public:
+    explicit FakePath(const QStringList& programs) : old_(qgetenv("PATH"))
+    {
+        for (const QString& p : programs) {
+            QFile f(dir_.filePath(p));
+            f.open(QIODevice::WriteOnly);
+            f.write("#!/bin/sh\n");
+            f.close();
+            f.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        qputenv("PATH", dir_.path().toUtf8());
+    }
+    ~FakePath() { qputenv("PATH", old_); }
+    QString File(const QString& name) const { return dir_.filePath(name); }
+
+private:
+    QTemporaryDir dir_;
+    QByteArray old_;
+};
+
+// Records the programs started instead of starting them.
+class FakeStarter {
+public:
+    explicit FakeStarter(bool starts = true)
+    {
+        platform::SostituisciAvviatore([this, starts](const QString& program, const QStringList& args) {
+            started << (QStringList{program} + args).join(' ');
+            return starts;
+        });
+    }
+    ~FakeStarter() { platform::SostituisciAvviatore({}); }
+    QStringList started;
+};
+
+} // namespace
+
+TEST(SharedRandom, TwoStartsShowTheSameRulesUntilAPasswordIsScrambled)
+{
+    platform::Casuale primo, secondo;
+    std::set<int> visti;
+    for (int i = 0; i < 20; ++i) {
+        const int n = prefs::ScostamentoConsiglio(primo);
+        EXPECT_EQ(n, prefs::ScostamentoConsiglio(secondo));
+        EXPECT_TRUE(n >= 0 && n < 120) << n;
+        visti.insert(n);
+    }
+    EXPECT_GT(visti.size(), 10u);
+
+    // Unscrambling leaves the shared generator where it was...
+    platform::Casuale copia = platform::Generatore();
+    EXPECT_EQ(Codifica("D", kChiavePassword, "5ADB"), "0");
+    EXPECT_EQ(copia.Rnd(), platform::Generatore().Rnd());
+    // ...scrambling seeds it from the clock, so the tips go another way.
+    copia = platform::Generatore();
+    Codifica("E", kChiavePassword, "segreto");
+    std::vector<double> dopo, prima;
+    for (int i = 0; i < 4; ++i) {
+        dopo.push_back(platform::Generatore().Rnd());
+        prima.push_back(copia.Rnd());
+    }
+    EXPECT_NE(dopo, prima);
+}
+
+TEST(ClockGeometry, HoursMinutesAndTheDialsMarks)
+{
+    const int r = 24;
+    auto ora = [r](int h, int m) { return orologio::Disegna(r, QTime(h, m)).oraria.p2() - QPointF(r, r); };
+    auto near = [](QPointF a, QPointF b) { return std::hypot(a.x() - b.x(), a.y() - b.y()) < 1e-3; };
+    const double h = 0.7 * r;
+    // 3:00: H = 90 - 180 + round(-180 / 12 + 15) = -90, tip to the right; y grows downward.
+    EXPECT_TRUE(near(ora(3, 0), QPointF(h, 0)));
+    EXPECT_TRUE(near(ora(6, 0), QPointF(0, h)));  // H = 0: down
+    EXPECT_TRUE(near(ora(9, 0), QPointF(-h, 0))); // H = 90: left
+    EXPECT_TRUE(near(ora(15, 0), ora(3, 0)));
+    // 9:30: H = 270 - 180 + round(0 / 12 + 15) = 105, 15 degrees above the 9, halfway to the 10.
+    const QPointF meta = ora(9, 30);
+    EXPECT_NEAR(qRadiansToDegrees(std::atan2(-meta.y(), -meta.x())), 15.0, 1e-3);
+    // Half a degree a minute, rounded half to even: 1 min -> 0.5 -> 0, 3 -> 1.5 -> 2, 5 -> 2.5 -> 2.
+    EXPECT_EQ(orologio::AngoloOre(QTime(9, 1)), 90);
+    EXPECT_EQ(orologio::AngoloOre(QTime(9, 3)), 92);
+    EXPECT_EQ(orologio::AngoloOre(QTime(9, 5)), 92);
+
+    const orologio::Quadrante q = orologio::Disegna(r, QTime(10, 30));
+    EXPECT_TRUE(near(q.minuti.p2(), QPointF(r, r + 0.9 * r))); // :30 straight down
+    ASSERT_EQ(q.punti.size(), 60u); // and no second hand at all
+    ASSERT_EQ(q.tacche.size(), 12u);
+    for (const QPointF& p : q.punti)
+        EXPECT_NEAR(std::hypot(p.x() - r, p.y() - r), r, 1e-3);
+    EXPECT_TRUE(near(q.tacche[3].p2(), QPointF(2 * r, r))); // 90 degrees: the mark at 3 o'clock
+
+    // Fixed offsets on the machine's clock, wrapping round midnight.
+    EXPECT_EQ(orologio::OraDelFuso(QTime(2, 0), -6), QTime(20, 0));
+    EXPECT_EQ(orologio::OraDelFuso(QTime(20, 30, 15), 8), QTime(4, 30, 15));
+}
+
+TEST(Credits, LinesComeUpOutOfBlackShineInTheMiddleAndLoop)
+{
+    using prefs::Rgb;
+    EXPECT_EQ(prefs::ColoreCredito(1200, 2400), (Rgb{50, 150, 255}));
+    EXPECT_EQ(prefs::ColoreCredito(0, 2400), Rgb{});
+    EXPECT_EQ(prefs::ColoreCredito(2400, 2400), Rgb{});
+    // A quarter in: f = 600 / 1200 = 0.5 -> 25, 75, 127.5 rounded to even 128; the same a quarter from the bottom.
+    EXPECT_EQ(prefs::ColoreCredito(600, 2400), (Rgb{25, 75, 128}));
+    EXPECT_EQ(prefs::ColoreCredito(1800, 2400), (Rgb{25, 75, 128}));
+    EXPECT_EQ(prefs::ColoreCredito(-40, 2400), Rgb{}); // leaving at the top
+
+    prefs::Crediti c(3, 100, 1000, 0); // tops 0, 100, 200
+    c.Passo();
+    EXPECT_EQ(c.Colore(1), prefs::ColoreCredito(100, 1000)); // the colour of where it stood
+    for (int i = 0; i < 99; ++i)
+        c.Passo();
+    EXPECT_EQ(c.Top(0), -100); // minus its height: it has left the area
+    c.Passo();
+    EXPECT_EQ(c.Top(0), 999); // below the area again, one tick up
+    EXPECT_EQ(c.Colore(0), Rgb{});
+    EXPECT_EQ(c.Top(1), -1);
+}
+
+TEST(FileType, TheEightWritesAsData)
+{
+    FakeRegistry registry;
+    prefs::AssociaFile(registry, "/opt/quorvel/sync.svg", "/opt/quorvel/quorvel");
+    EXPECT_EQ(registry.writes, (QStringList{
+                                   "\\.Qvp||text|Quorvel",
+                                   "\\.qvp|Content Type|text|text/plain",
+                                   "\\Quorvel||text|Quorvel",
+                                   "\\Quorvel|EditFlags|number|0",
+                                   "\\Quorvel\\DefaultIcon||text|/opt/quorvel/sync.svg",
+                                   "\\Quorvel\\Shell||text|",
+                                   "\\Quorvel\\Shell\\Open||text|",
+                                   "\\Quorvel\\Shell\\Open\\command||text|/opt/quorvel/quorvel %1",
+                                   "notify",
+                               }));
+    // A blank in the program's path is kept together by quotes.
+    EXPECT_EQ(prefs::ComandoApri("/home/a b/quorvel"), "\"/home/a b/quorvel\" %1");
+}
+
+TEST(FileType, FreedesktopFormInTheDataFolder)
+{
+    QTemporaryDir data, programma;
+    const QString icona = programma.filePath("sync.svg");
+    ASSERT_TRUE(QFile::copy(":/data/sync.svg", icona));
+    const FakePath path({"update-mime-database", "update-desktop-database"});
+    const FakeStarter starter;
+    platform::RegistroFreedesktop registry(data.path());
+    prefs::AssociaFile(registry, icona, "/opt/Quorvel app/quor$vel");
+
+    const QDir d(data.path());
+    const QString xml = text(d.filePath("mime/packages/quorvel.xml"));
+    EXPECT_TRUE(xml.contains("<mime-type type=\"application/x-quorvel\">")) << xml.toStdString();
+    EXPECT_TRUE(xml.contains("<comment>Quorvel</comment>"));
+    EXPECT_TRUE(xml.contains("<icon name=\"application-x-quorvel\"/>"));
+    EXPECT_EQ(xml.count("<glob "), 1); // ".Qvp" and ".qvp" are one key
+    EXPECT_TRUE(xml.contains("<glob pattern=\"*.qvp\"/>"));
+    EXPECT_FALSE(xml.contains("text/plain"));
+
+    const QStringList entry = text(d.filePath("applications/quorvel.desktop")).split('\n');
+    EXPECT_EQ(entry.first(), "[Desktop Entry]");
+    // The path quoted with its "$" escaped, then the backslash doubled as every string value's is.
+    EXPECT_TRUE(entry.contains("Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f")) << entry.join('\n').toStdString();
+    EXPECT_TRUE(entry.contains("MimeType=application/x-quorvel;"));
+    EXPECT_TRUE(entry.contains("Name=Quorvel"));
+    EXPECT_TRUE(entry.contains("Icon=application-x-quorvel"));
+    EXPECT_TRUE(entry.contains("NoDisplay=true"));
+    EXPECT_EQ(FileBytes(d.filePath("icons/hicolor/scalable/mimetypes/application-x-quorvel.svg")), FileBytes(icona));
+    EXPECT_EQ(starter.started, (QStringList{path.File("update-mime-database") + " " + d.filePath("mime"),
+                                            path.File("update-desktop-database") + " " + d.filePath("applications")}));
+
+    // A later write replaces the value silently, whatever the case of the key.
+    registry.ScriviRegistroTesto("\\QUORVEL", "", "Portafoglio <Quorvel>");
+    const QString dopo = text(d.filePath("mime/packages/quorvel.xml"));
+    EXPECT_TRUE(dopo.contains("<comment>Portafoglio &lt;Quorvel&gt;</comment>"));
+    EXPECT_EQ(dopo.count("<glob "), 1);
+
+    // What a desktop reads from it.
+    qputenv("XDG_DATA_HOME", data.path().toUtf8());
+    EXPECT_EQ(QMimeDatabase().mimeTypeForFile("conto.qvp", QMimeDatabase::MatchExtension).name(), "application/x-quorvel");
+    qunsetenv("XDG_DATA_HOME");
+}
+
+TEST(SystemInformation, FirstProgramOnThePathElseNone)
+{
+    {
+        const FakePath path({"gnome-system-monitor", "kinfocenter"});
+        const FakeStarter starter;
+        EXPECT_TRUE(prefs::AvviaInfoSistema());
+        EXPECT_EQ(starter.started, QStringList{path.File("kinfocenter")}); // earlier in the list
+    }
+    const FakePath path({"gnome-system-monitor"});
+    const FakeStarter fails(false);
+    EXPECT_FALSE(prefs::AvviaInfoSistema()); // found, but it would not start
+}
