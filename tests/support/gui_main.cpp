@@ -1,5 +1,6 @@
 // Test entry for window tests: our application class, so failures reach the report.
 #include "platform/FailureReport.h"
+#include "support/Gui.h"
 
 #include <QTemporaryDir>
 
@@ -14,5 +15,11 @@ int main(int argc, char** argv)
     platform::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
     ::testing::InitGoogleTest(&argc, argv);
+    // Ahead of the printer, so a failure it adds at a test's end is printed with that test.
+    ::testing::TestEventListeners& listeners = ::testing::UnitTest::GetInstance()->listeners();
+    ::testing::TestEventListener* printer = listeners.Release(listeners.default_result_printer());
+    listeners.Append(testing_support::NewModalWatchListener());
+    if (printer)
+        listeners.Append(printer);
     return RUN_ALL_TESTS();
 }
