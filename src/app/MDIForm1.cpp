@@ -170,7 +170,8 @@ void MDIForm1::creaMenu()
     connect(voce(file, QStringLiteral("mnu_Exit"), QStringLiteral("Chiudi")), &QAction::triggered, this,
             &MDIForm1::mnu_Exit_Click);
     file->addSeparator();
-    voce(file, QStringLiteral("mnu_ApriUltimo"), QString());
+    // Greyed with this caption until a file has been opened or saved.
+    voce(file, QStringLiteral("mnu_ApriUltimo"), QStringLiteral("Ultimo file aperto"));
 
     QMenu* strumenti = menuBar()->addMenu(QStringLiteral("Strumenti"));
     strumenti->menuAction()->setObjectName(QStringLiteral("mnu_Strumenti"));
@@ -303,7 +304,6 @@ void MDIForm1::Load()
         ultimo->setEnabled(true);
         ultimo->setText(apriUltimo);
     }
-    ultimo->setVisible(!ultimo->text().isEmpty());
     Module1::bAvvioInCorso = true;
 }
 
