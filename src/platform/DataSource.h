@@ -94,6 +94,7 @@ public:
     void SetAllowDelete(bool allow) { allowDelete_ = allow; }
 
 signals:
+    // The selected row or column changed (by the user or by a move of the cursor).
     void RowColChange();
 
 protected:
