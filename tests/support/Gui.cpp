@@ -116,8 +116,10 @@ public:
         Reset();
     }
 
+    // Starts each test: nothing pending, and the watchdog running even for a test with no waiter.
     void Reset()
     {
+        StartWatchdog();
         while (!waiters_.empty())
             Remove(&waiters_.front());
         answered_.clear();

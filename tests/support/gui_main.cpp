@@ -15,11 +15,8 @@ int main(int argc, char** argv)
     platform::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
     ::testing::InitGoogleTest(&argc, argv);
-    // Ahead of the printer, so a failure it adds at a test's end is printed with that test.
-    ::testing::TestEventListeners& listeners = ::testing::UnitTest::GetInstance()->listeners();
-    ::testing::TestEventListener* printer = listeners.Release(listeners.default_result_printer());
-    listeners.Append(testing_support::NewModalWatchListener());
-    if (printer)
-        listeners.Append(printer);
+    // After the printer: end events go in reverse, so a failure it adds at a test's end
+    // is printed with that test.
+    ::testing::UnitTest::GetInstance()->listeners().Append(testing_support::NewModalWatchListener());
     return RUN_ALL_TESTS();
 }
