@@ -33,32 +33,22 @@ static void BM_LiftLiterals(benchmark::State& state)
 }
 BENCHMARK(BM_LiftLiterals);
 
-// Prices and amounts as a replay rounds them: mostly far from a tie, some on one.
+// Prices and amounts as a replay rounds them to 4 decimals. Arg 0: mostly far from a
+// tie; arg 1: typed prices with one decimal more than kept, ending in 5, each a tie.
 static void BM_Round(benchmark::State& state)
 {
-    std::mt19937_64 gen(7);
-    std::uniform_int_distribution<long long> cents(1, 10'000'000);
+    const bool ties = state.range(0) == 1;
+    std::mt19937_64 gen(ties ? 11 : 7);
+    std::uniform_int_distribution<long long> units(1, 10'000'000);
     std::vector<double> values;
-    for (int i = 0; i < 1024; ++i)
-        values.push_back(static_cast<double>(cents(gen)) / (i % 8 == 0 ? 1000.0 : 7.0));
+    for (int i = 0; i < 1024; ++i) {
+        const auto u = static_cast<double>(units(gen));
+        values.push_back(ties ? (u * 10 + 5) / 100000.0 : u / (i % 8 == 0 ? 1000.0 : 7.0));
+    }
     std::size_t i = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(num::Round(values[i++ & 1023], 4));
     }
+    state.SetLabel(ties ? "ties" : "mixed");
 }
-BENCHMARK(BM_Round);
-
-// Typed prices with one decimal more than kept, ending in 5: each one a tie.
-static void BM_RoundOnTies(benchmark::State& state)
-{
-    std::mt19937_64 gen(11);
-    std::uniform_int_distribution<long long> tenths(1, 10'000'000);
-    std::vector<double> values;
-    for (int i = 0; i < 1024; ++i)
-        values.push_back(static_cast<double>(tenths(gen) * 10 + 5) / 100000.0);
-    std::size_t i = 0;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(num::Round(values[i++ & 1023], 4));
-    }
-}
-BENCHMARK(BM_RoundOnTies);
+BENCHMARK(BM_Round)->Arg(0)->Arg(1);

@@ -18,7 +18,9 @@
 // - a window that was answered but is still open 5 seconds later (a button that
 //   wasn't found, an answer that forgot to close it) fails the test and is closed.
 // Nested windows work: an answer may register the waiter for the window that its
-// own click opens before clicking.
+// own click opens before clicking. Answer modal windows through these helpers
+// rather than a timer of your own: a window left unclaimed for a second counts
+// as unexpected.
 #include <QString>
 #include <QTemporaryDir>
 #include <QWidget>
