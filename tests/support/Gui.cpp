@@ -2,6 +2,7 @@
 
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
+#include "platform/FailureReport.h"
 #include "platform/Forms.h"
 
 #include <QAbstractButton>
@@ -221,7 +222,14 @@ private:
 
 class ModalWatchListener final : public ::testing::EmptyTestEventListener {
     void OnTestStart(const ::testing::TestInfo&) override { ModalWatch::Get().Reset(); }
-    void OnTestEnd(const ::testing::TestInfo&) override { ModalWatch::Get().EndOfTest(); }
+    void OnTestEnd(const ::testing::TestInfo&) override
+    {
+        ModalWatch::Get().EndOfTest();
+        // After a failure report the application dispatches no more events: the tests
+        // that follow could only fail for that, or crash, so a failing test ends the run.
+        if (auto* app = qobject_cast<platform::Application*>(qApp); app && app->Failed())
+            GTEST_FLAG_SET(fail_fast, true);
+    }
 };
 
 void whenModal(std::function<void(QWidget*)> answer, std::function<bool(QWidget*)> accepts, const QString& expected)
