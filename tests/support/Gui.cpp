@@ -20,6 +20,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <list>
 #include <memory>
 
@@ -65,6 +66,7 @@ void closeWindow(QWidget* w)
 }
 
 struct Waiter {
+    unsigned long long id = 0; // in the order of registering
     std::function<void(QWidget*)> answer;
     std::function<bool(QWidget*)> accepts;
     QString expected;
@@ -75,8 +77,33 @@ struct Waiter {
 
 struct Answered {
     QPointer<QWidget> window;
-    bool answering = true; // its answer is still running, maybe in a nested window
-    QElapsedTimer since;   // since the answer returned
+    unsigned long long firstLater = 0; // waiters from this id on came during the answer
+    bool answering = true;             // its answer is still running, maybe in a nested window
+    bool hidden = false;               // the window went; shown again, it is a new one to answer
+    QElapsedTimer since;               // since the answer returned
+};
+
+// Notes when an answered window is hidden: a dialog object may be shown again later.
+class HideWatch final : public QObject {
+public:
+    HideWatch(QWidget* window, std::weak_ptr<Answered> answered) : QObject(window), answered_(std::move(answered))
+    {
+        window->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Hide) {
+            if (auto a = answered_.lock())
+                a->hidden = true;
+            deleteLater();
+        }
+        return false;
+    }
+
+private:
+    std::weak_ptr<Answered> answered_;
 };
 
 // The one record of who waits for which window, and the watchdog for the rest.
@@ -92,6 +119,7 @@ public:
     {
         StartWatchdog();
         auto& w = waiters_.emplace_back();
+        w.id = nextId_++;
         w.answer = std::move(answer);
         w.accepts = std::move(accepts);
         w.expected = expected;
@@ -141,7 +169,17 @@ private:
     bool IsAnswered(QWidget* w) const
     {
         for (const auto& a : answered_)
-            if (a->window == w)
+            if (a->window == w && !a->hidden)
+                return true;
+        return false;
+    }
+
+    // A window being answered is not taken by a waiter that was already waiting, but an
+    // answer may hand it on to a waiter it registers itself.
+    bool TakenBefore(QWidget* w, unsigned long long waiterId) const
+    {
+        for (const auto& a : answered_)
+            if (a->window == w && !a->hidden && waiterId < a->firstLater)
                 return true;
         return false;
     }
@@ -156,10 +194,12 @@ private:
     void Poll(Waiter* w)
     {
         QWidget* modal = QApplication::activeModalWidget();
-        if (modal && !IsAnswered(modal) && w->Accepts(modal)) {
+        if (modal && !TakenBefore(modal, w->id) && w->Accepts(modal)) {
             auto answered = std::make_shared<Answered>();
             answered->window = modal;
+            answered->firstLater = nextId_;
             answered_.push_back(answered);
+            new HideWatch(modal, answered);
             const auto answer = std::move(w->answer);
             Remove(w);
             answer(modal);
@@ -180,17 +220,25 @@ private:
     // Windows nobody claims, and answered ones that stay open, are closed so nothing hangs.
     void Watch()
     {
-        answered_.remove_if([](const auto& a) { return !a->window || !a->window->isVisible(); });
-        for (auto it = answered_.begin(); it != answered_.end();) {
-            const Answered& a = **it;
-            if (!a.answering && a.since.elapsed() > kComesWithinMs) {
+        answered_.remove_if([](const auto& a) { return !a->window || a->hidden || !a->window->isVisible(); });
+        // The latest answer of a window that no answer is still working on.
+        for (const auto& a : answered_) {
+            bool busy = false;
+            qint64 idle = a->since.isValid() ? a->since.elapsed() : 0;
+            for (const auto& b : answered_) {
+                if (b->window != a->window)
+                    continue;
+                busy = busy || b->answering;
+                if (b->since.isValid())
+                    idle = std::min(idle, b->since.elapsed());
+            }
+            if (!busy && idle > kComesWithinMs) {
+                QPointer<QWidget> w = a->window;
                 ADD_FAILURE() << "answered but still open " << kComesWithinMs / 1000
-                              << " s later: " << describe(a.window).toStdString();
-                QWidget* w = a.window;
-                it = answered_.erase(it);
+                              << " s later: " << describe(w).toStdString();
+                answered_.remove_if([&w](const auto& b) { return b->window == w; });
                 closeWindow(w);
-            } else {
-                ++it;
+                break; // the list changed; the next tick sees the rest
             }
         }
         QWidget* modal = QApplication::activeModalWidget();
@@ -215,6 +263,7 @@ private:
 
     std::list<Waiter> waiters_;
     std::list<std::shared_ptr<Answered>> answered_;
+    unsigned long long nextId_ = 0;
     QPointer<QWidget> stranger_;
     QElapsedTimer strangerSince_;
     QPointer<QTimer> watchdog_;
