@@ -172,7 +172,8 @@ void MDIForm1::creaMenu()
     connect(voce(file, QStringLiteral("mnu_Exit"), QStringLiteral("Chiudi")), &QAction::triggered, this,
             &MDIForm1::mnu_Exit_Click);
     file->addSeparator();
-    voce(file, QStringLiteral("mnu_ApriUltimo"), QString());
+    // Greyed with this caption until a file has been opened or saved.
+    voce(file, QStringLiteral("mnu_ApriUltimo"), QStringLiteral("Ultimo file aperto"));
 
     QMenu* strumenti = menuBar()->addMenu(QStringLiteral("Strumenti"));
     strumenti->menuAction()->setObjectName(QStringLiteral("mnu_Strumenti"));
@@ -307,7 +308,6 @@ void MDIForm1::Load()
         ultimo->setEnabled(true);
         ultimo->setText(apriUltimo);
     }
-    ultimo->setVisible(!ultimo->text().isEmpty());
 
     clock_ = std::make_unique<clClock>();
     clock_->diameter = num::ToInt16(orologi_->Orologio(0)->ScaleWidth() / 2.0);

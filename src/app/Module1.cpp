@@ -20,6 +20,9 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiArea>
+
+#include <algorithm>
 #include <QMediaDevices>
 #include <QRadioButton>
 #include <QSoundEffect>
@@ -80,7 +83,16 @@ void ApplicaColori(QWidget* window)
     const QColor lancette = rgb(colori.Number(QStringLiteral("ClockLancette")));
     paint(window, QPalette::Window, sfondo);
     window->setAutoFillBackground(true);
+    // The frame's background is the area its child windows open in; their controls are theirs.
+    const QList<QMdiArea*> aree = window->findChildren<QMdiArea*>();
+    for (QMdiArea* area : aree)
+        area->setBackground(sfondo);
+    auto inArea = [&aree](const QWidget* c) {
+        return std::any_of(aree.begin(), aree.end(), [c](const QMdiArea* a) { return a->isAncestorOf(c); });
+    };
     for (QWidget* c : window->findChildren<QWidget*>()) {
+        if (inArea(c))
+            continue;
         if (qobject_cast<QLabel*>(c)) {
             paint(c, QPalette::Window, sfondo);
             paint(c, QPalette::WindowText, testo);
@@ -187,17 +199,23 @@ int SoloNumeri(const QString& text, int caret, int key, int digits, int decimals
 
 int SoloNumeri(const QLineEdit* box, int key, int digits, int decimals)
 {
-    return SoloNumeri(box->text(), box->cursorPosition(), key, digits, decimals);
+    // A selection dragged leftwards leaves the caret at its right end; the text left of
+    // the caret is what lies before the selection.
+    const int caret = box->hasSelectedText() ? box->selectionStart() : box->cursorPosition();
+    return SoloNumeri(box->text(), caret, key, digits, decimals);
 }
 
-void FiltroCaratteri(QLineEdit* box)
+namespace {
+int filtraCarattere(QLineEdit*, int key) { return FiltraCarattere(key); }
+platform::KeyRoutine soloNumeri(int digits, int decimals)
 {
-    platform::AttachKeyRoutine(box, [](QLineEdit*, int key) { return FiltraCarattere(key); });
+    return [digits, decimals](QLineEdit* b, int key) { return SoloNumeri(b, key, digits, decimals); };
 }
+} // namespace
 
-void FiltroNumeri(QLineEdit* box, int digits, int decimals)
-{
-    platform::AttachKeyRoutine(box, [digits, decimals](QLineEdit* b, int key) { return SoloNumeri(b, key, digits, decimals); });
-}
+void FiltroCaratteri(QLineEdit* box) { platform::AttachKeyRoutine(box, filtraCarattere); }
+void FiltroCaratteri(QComboBox* box) { platform::AttachKeyRoutine(box, filtraCarattere); }
+void FiltroNumeri(QLineEdit* box, int digits, int decimals) { platform::AttachKeyRoutine(box, soloNumeri(digits, decimals)); }
+void FiltroNumeri(QComboBox* box, int digits, int decimals) { platform::AttachKeyRoutine(box, soloNumeri(digits, decimals)); }
 
 } // namespace Module1

@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class QComboBox;
 class QLineEdit;
 class QWidget;
 
@@ -46,11 +47,14 @@ std::optional<double> UtileNetto();
 // Key routines: the key to let through, 0 to refuse it.
 int FiltraCarattere(int key);
 int SoloNumeri(const QLineEdit* box, int key, int digits, int decimals);
-// The same rules on the text and caret alone.
+// The same rules on the text and caret alone (the caret: where a selection starts).
 int SoloNumeri(const QString& text, int caret, int key, int digits, int decimals);
 
-// Attach the routines above to a text box.
+// Attach the routines above to a text box, or to an editable combo box so that
+// they run on what the user types into it.
 void FiltroCaratteri(QLineEdit* box);
+void FiltroCaratteri(QComboBox* box);
 void FiltroNumeri(QLineEdit* box, int digits, int decimals);
+void FiltroNumeri(QComboBox* box, int digits, int decimals);
 
 } // namespace Module1

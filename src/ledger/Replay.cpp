@@ -101,7 +101,7 @@ void contaErrore(store::Database& dbSet, const Trade& t)
     const store::Recordset e = dbSet.OpenRecordset("SELECT *  FROM Errori WHERE Cod = '" + t.errore + "'");
     if (e.RecordCount() < 1)
         return;
-    dbSet.Execute("UPDATE Errori SET  Contatore = " + num::Text(e.Number(QStringLiteral("Contatore")) + 1)
+    dbSet.Execute("UPDATE Errori SET  Contatore = " + SqlText(e.Number(QStringLiteral("Contatore")) + 1)
                   + " WHERE Cod ='" + t.errore + "'");
 }
 

@@ -11,6 +11,7 @@
 
 #include <QComboBox>
 #include <QDateEdit>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -34,16 +35,34 @@ const QList<platform::GridColumn> kColonne = {
     {"Errore", "Errore"}, {"Prezzo Ottimale", "PrezzoOttimale"},
 };
 
-// Selects an item by its text, adding it when the list lacks it (a type read from an imported row).
-void scegli(QComboBox* combo, const QString& text)
+// Shows a text in a combo box whose text may lie outside its list (a type read from an
+// imported row): the item when the list has it, else the text alone; the list stays as it is.
+void mostra(QComboBox* combo, const QString& text)
 {
-    int i = combo->findText(text);
-    if (i < 0) {
-        combo->addItem(text);
-        i = combo->count() - 1;
-    }
-    combo->setCurrentIndex(i);
+    const int i = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (i >= 0)
+        combo->setCurrentIndex(i);
+    combo->setEditText(text);
 }
+
+// A click on the shown text opens the list, as on a list that can't be typed in.
+class ApreLista final : public QObject {
+public:
+    explicit ApreLista(QComboBox* combo) : QObject(combo), combo_(combo) {}
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::MouseButtonPress && combo_->isEnabled()) {
+            combo_->showPopup();
+            return true;
+        }
+        return false;
+    }
+
+private:
+    QComboBox* combo_;
+};
 
 // Guards the window's own logic against re-entering itself through change events.
 struct Guard {
@@ -96,6 +115,11 @@ void frmEseguiti::crea()
     cmb_Tipo_ = new QComboBox(this);
     cmb_Tipo_->setObjectName(QStringLiteral("cmb_Tipo"));
     cmb_Tipo_->addItems({QStringLiteral("Buy"), QStringLiteral("Sell")});
+    // It shows any type a row holds, but the user only picks from the list.
+    cmb_Tipo_->setEditable(true);
+    cmb_Tipo_->setInsertPolicy(QComboBox::NoInsert);
+    cmb_Tipo_->lineEdit()->setReadOnly(true);
+    cmb_Tipo_->lineEdit()->installEventFilter(new ApreLista(cmb_Tipo_));
     dbc_System_ = new QComboBox(this);
     dbc_System_->setObjectName(QStringLiteral("dbc_System"));
     dbc_System_->setEditable(true);
@@ -198,7 +222,7 @@ void frmEseguiti::crea()
     Module1::FiltroNumeri(txtQta_, 8, 0);
     Module1::FiltroCaratteri(txt_Codice_);
     Module1::FiltroCaratteri(txt_Titolo_);
-    Module1::FiltroCaratteri(dbc_System_->lineEdit());
+    Module1::FiltroCaratteri(dbc_System_);
 
     connect(cmd_Ok_, &QPushButton::clicked, this, &frmEseguiti::cmd_Ok_Click);
     connect(cmb_Tipo_, &QComboBox::activated, this, &frmEseguiti::cmb_Tipo_Click);
@@ -312,7 +336,7 @@ void frmEseguiti::riempiErroreEOttimale()
 void frmEseguiti::riempiDallaRiga()
 {
     impostaData(dbg_Eseguiti_->Column(cData));
-    scegli(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
+    mostra(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
     dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
     txtQta_->setText(dbg_Eseguiti_->Column(cQta));
     txtPrezzo_->setText(dbg_Eseguiti_->Column(cPrezzo));
@@ -357,7 +381,7 @@ void frmEseguiti::logicaModo()
         AbilitaCampi(true);
         mostraTesti(true);
         dtp_Data_->setDate(QDate::currentDate());
-        scegli(cmb_Tipo_, QStringLiteral("Buy"));
+        mostra(cmb_Tipo_, QStringLiteral("Buy"));
         const store::Recordset& sistemi = dat_System_->Recordset();
         dbc_System_->setEditText(sistemi.Eof() ? QString() : sistemi.Text(QStringLiteral("Cod")));
         txt_Codice_->clear();

@@ -202,11 +202,17 @@ void DataGrid::Bind(DataSource* source, const QList<GridColumn>& columns)
     model_ = new RecordsetModel(source, columns, this);
     setModel(model_);
     connect(source_, &DataSource::PositionChanged, this, &DataGrid::follow);
-    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& current) {
-        if (syncing_ || !current.isValid())
-            return;
-        source_->SetPosition(current.row());
-    });
+    // A click on another row moves the cursor; on another cell of the same row it is a
+    // column change, which the window hears of just the same.
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current, const QModelIndex& previous) {
+                if (syncing_ || !current.isValid())
+                    return;
+                if (current.row() != source_->Recordset().AbsolutePosition())
+                    source_->SetPosition(current.row());
+                else if (current.column() != previous.column())
+                    emit RowColChange();
+            });
 }
 
 void DataGrid::follow()

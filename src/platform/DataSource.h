@@ -102,6 +102,7 @@ public:
     void SetAllowDelete(bool allow) { allowDelete_ = allow; }
 
 signals:
+    // The selected row or column changed (by the user or by a move of the cursor).
     void RowColChange();
 
 protected:

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 
 namespace num {
@@ -76,22 +77,86 @@ QString CommaToPoint(const QString& text)
     return s;
 }
 
+namespace {
+
+// 10^0 .. 10^22 are exact doubles.
+constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+double fromDecimal(const char* first, const char* last)
+{
+    double r = 0.0;
+    std::from_chars(first, last, r);
+    return r;
+}
+
+// The slow, exact way: a tie of the 15-digit text goes to even, anything else
+// to the nearest of the exact binary value.
+double roundByText(double value, int decimals)
+{
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 14).ptr;
+    // text: [-]d.dddddddddddddde±x
+    const char* p = text;
+    const bool negative = *p == '-';
+    if (negative)
+        ++p;
+    char digits[15];
+    digits[0] = p[0];
+    std::memcpy(digits + 1, p + 2, 14);
+    int exponent = 0;
+    std::from_chars(p + 17 + (p[17] == '+'), end, exponent);
+
+    // Index of the first digit that rounding to `decimals` drops.
+    const long long dropped = static_cast<long long>(exponent) + decimals + 1;
+    bool tie = dropped >= 0 && dropped <= 14 && digits[dropped] == '5';
+    for (long long i = dropped + 1; tie && i < 15; ++i)
+        tie = digits[i] == '0';
+    if (tie) {
+        // Keep digits[0, dropped), made even; the result is kept × 10^(exponent - dropped + 1).
+        char out[40];
+        char* o = out;
+        if (negative)
+            *o++ = '-';
+        *o++ = '0'; // room for a carry
+        std::memcpy(o, digits, static_cast<std::size_t>(dropped));
+        char* last = o + dropped - 1;
+        o += dropped;
+        if (dropped > 0 && (*last - '0') % 2 == 1) {
+            while (*last == '9')
+                *last-- = '0';
+            ++*last;
+        }
+        *o++ = 'e';
+        o = std::to_chars(o, out + sizeof out, exponent - dropped + 1).ptr;
+        return fromDecimal(out, o);
+    }
+    char buf[400];
+    const int n = std::snprintf(buf, sizeof buf, "%.*f", decimals, value);
+    if (n <= 0 || n >= static_cast<int>(sizeof buf))
+        return value; // far beyond the digits a double holds: nothing to round
+    return fromDecimal(buf, buf + n);
+}
+
+} // namespace
+
 double Round(double value, int decimals)
 {
+    if (decimals < 0)
+        throw platform::Failure("Chiamata di routine o argomento non validi");
     if (!std::isfinite(value))
         return value;
-    const double scale = std::pow(10.0, decimals);
-    const double scaled = value * scale;
+    double result;
+    const double scaled = decimals <= 22 ? value * kPowers[decimals] : 0.0;
     const double lower = std::floor(scaled);
     const double frac = scaled - lower;
-    // Binary fractions like 2.675 sit a hair off the tie; treat them as ties.
-    const double tolerance = 1e-9 * std::max(1.0, std::fabs(scaled));
-    double r;
-    if (std::fabs(frac - 0.5) <= tolerance)
-        r = std::fmod(lower, 2.0) == 0.0 ? lower : lower + 1.0;
+    // Far enough from a half that neither the product's error nor the 15-digit text
+    // can make it a tie: the nearest is plain. Everything else goes the exact way.
+    if (decimals <= 22 && std::fabs(scaled) < 0x1p52
+        && std::fabs(frac - 0.5) > 1e-13 * std::fabs(scaled))
+        result = (frac < 0.5 ? lower : lower + 1.0) / kPowers[decimals];
     else
-        r = frac < 0.5 ? lower : lower + 1.0;
-    const double result = r / scale;
+        result = roundByText(value, decimals);
     return result == 0.0 ? 0.0 : result;
 }
 

@@ -21,7 +21,10 @@ QString SqlText(double value);
 // Every comma of a text replaced by a point.
 QString CommaToPoint(const QString& text);
 
-// Rounding to n decimals, a tie going to the even digit.
+// Rounding to n decimals, a tie going to the even digit. A tie is a tie of the
+// number as its default text shows it (2,675 is one, though its binary form lies
+// below); every other value goes to the nearest. The result is the double
+// nearest to the rounded decimal.
 double Round(double value, int decimals = 0);
 // Whole-number figures of the statistics: toward minus infinity.
 long long Floor(double value);

@@ -126,14 +126,15 @@ Lifted LiftLiterals(const QString& sql)
     const bool liftable = StartsWithWord(sql, QLatin1StringView("SELECT")) || StartsWithWord(sql, QLatin1StringView("INSERT"))
         || StartsWithWord(sql, QLatin1StringView("UPDATE")) || StartsWithWord(sql, QLatin1StringView("DELETE"));
     if (!liftable)
-        return {sql, {}};
+        return {sql, {}, sql};
 
     Lifted out;
+    out.source = sql;
     out.shape.reserve(sql.size());
     out.params.reserve(12);
     bool liftNumbers = true; // ORDER BY 2 and LIMIT must stay literal
     const int n = static_cast<int>(sql.size());
-    const QChar* d = sql.constData();
+    const QChar* d = out.source.constData();
     int copied = 0; // text before this index is already in the shape
     auto flush = [&](int upTo) {
         out.shape.append(d + copied, upTo - copied);
@@ -158,7 +159,7 @@ Lifted LiftLiterals(const QString& sql)
                 ++j;
             }
             if (!closed) // broken text: let the engine refuse it as written
-                return {sql, {}};
+                return {sql, {}, sql};
             Literal lit{Literal::Kind::Text, QStringView(d + i + 1, j - i - 1), {}};
             if (doubled)
                 lit.unescaped = lit.view.toString().replace(QLatin1String("''"), QLatin1String("'"));
@@ -171,7 +172,7 @@ Lifted LiftLiterals(const QString& sql)
             const QChar close = c == '[' ? QChar(']') : c;
             const int j = static_cast<int>(sql.indexOf(close, i + 1));
             if (j < 0)
-                return {sql, {}};
+                return {sql, {}, sql};
             i = j + 1;
         } else if (isIdentStart(c)) {
             int j = i;

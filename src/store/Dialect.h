@@ -12,7 +12,7 @@ namespace store {
 struct Literal {
     enum class Kind { Text, Integer, Real };
     Kind kind;
-    // The literal as written, a view into the statement (valid while it lives);
+    // The literal as written, a view into the Lifted's own copy of the statement;
     // for a text, without its quotes.
     QStringView view;
     QString unescaped; // a text that had '' in it, with them undone
@@ -22,10 +22,12 @@ struct Literal {
 };
 
 // A statement with its literals lifted into ? parameters, so that statements
-// of the same shape share one prepared statement.
+// of the same shape share one prepared statement. It keeps the statement its
+// literals view (a shared copy, no allocation), so a temporary statement is safe.
 struct Lifted {
     QString shape;
     std::vector<Literal> params;
+    QString source;
 };
 Lifted LiftLiterals(const QString& sql);
 

@@ -9,6 +9,8 @@
 #include "support/Gui.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -115,6 +117,15 @@ TEST_F(FrameCommandsTest, ControlloMenuStateAccumulatesAcrossCommits)
     EXPECT_FALSE(button(7));
     // The derived tables keep what they held: no replay with an empty ledger.
     EXPECT_EQ(Rows(dbExe, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
+
+    // A buy and no sale: that branch switches errors, portfolio and buttons 5 to 7 back on.
+    frame->Button(5)->setEnabled(false);
+    AddTrade(dbExe, "20/01/2003", "Buy", "DAY", "FIAT", 10, 5);
+    frame->ControlloMenu();
+    EXPECT_TRUE(menu("mnu_Errori"));
+    EXPECT_TRUE(menu("mnu_Portafoglio"));
+    for (int i : {5, 6, 7})
+        EXPECT_TRUE(button(i)) << i;
 }
 
 TEST_F(FrameCommandsTest, ToolbarBringsAMinimisedWindowBackAndHelpOpensItsContents)
@@ -193,6 +204,46 @@ TEST(KeyFilters, NumbersCommaAndCaretRules)
     Module1::FiltroCaratteri(&txt_Titolo);
     QTest::keyClicks(&txt_Titolo, "Banca d'Italia (B.I.) \"nuova\" 100%-=!");
     EXPECT_EQ(txt_Titolo.text(), "Banca dItalia B.I. \"nuova\" 100");
+
+    // A selection: the text left of where it starts decides, whichever way it was dragged.
+    txtPrezzo.setText("12,34");
+    QTest::keyClick(&txtPrezzo, Qt::Key_Home);
+    QTest::keyClick(&txtPrezzo, Qt::Key_Right);
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(&txtPrezzo, Qt::Key_Right, Qt::ShiftModifier); // "2,3" selected, caret after it
+    QTest::keyClicks(&txtPrezzo, "9");
+    EXPECT_EQ(txtPrezzo.text(), "194");
+    // Shortcuts are no typed characters: select all and type over.
+    QTest::keyClick(&txtPrezzo, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(&txtPrezzo, "7");
+    EXPECT_EQ(txtPrezzo.text(), "7");
+}
+
+TEST(KeyFilters, EditableComboBoxesFilterWhatIsTypedIntoThem)
+{
+    // The combo box has the focus and hands the keys to its editor past the editor's filters.
+    QWidget window;
+    auto* dbc_System = new QComboBox(&window);
+    dbc_System->setEditable(true);
+    auto* viaEditor = new QComboBox(&window);
+    viaEditor->setEditable(true);
+    auto* numeri = new QComboBox(&window);
+    numeri->setEditable(true);
+    Module1::FiltroCaratteri(dbc_System);
+    Module1::FiltroCaratteri(viaEditor->lineEdit()); // given the editor, it still filters the box
+    Module1::FiltroNumeri(numeri, 5, 2);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    for (QComboBox* box : {dbc_System, viaEditor}) {
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+        ASSERT_EQ(QApplication::focusWidget(), box);
+        QTest::keyClicks(QApplication::focusWidget(), "D'A-Y");
+        EXPECT_EQ(box->currentText(), "DAY");
+    }
+    QTest::mouseClick(numeri, Qt::LeftButton, {}, QPoint(8, numeri->height() / 2));
+    QTest::keyClicks(QApplication::focusWidget(), "1a2.3,456");
+    EXPECT_EQ(numeri->currentText(), "123,45");
 }
 
 TEST(CommonRoutines, FileTestAndSoundNeverBlock)

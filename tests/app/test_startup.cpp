@@ -17,6 +17,7 @@
 #include <QDateEdit>
 #include <QFile>
 #include <QLabel>
+#include <QMdiArea>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
@@ -121,6 +122,15 @@ TEST_F(StartupTest, FreshFolderStartsIntoTheFrameWithoutAPortfolio)
                            "mnu_PersonalizzaErrori", "mnu_OpzioniVista", "mnu_Menu", "mnu_Calcolatore",
                            "mnu_ContoTitoli", "mnu_Help", "mnu_Tips", "mnu_About"})
         EXPECT_TRUE(enabled(on)) << on;
+    EXPECT_TRUE(frame->Menu("mnu_ApriUltimo")->isVisible()); // greyed, but in the menu
+
+    // The area the child windows open in takes the scheme's background, now and after a change.
+    const auto sfondo = [](double v) { return QColor::fromRgb(static_cast<QRgb>(v)); };
+    EXPECT_EQ(frame->Area()->background().color(),
+              sfondo(Module1::dbSet.OpenRecordset("SELECT ColoreSfondo FROM Colori").Number("ColoreSfondo")));
+    Module1::dbSet.Execute("UPDATE Colori SET ColoreSfondo = " + QString::number(0x204060));
+    frame->Colore();
+    EXPECT_EQ(frame->Area()->background().color(), QColor(0x20, 0x40, 0x60));
 
     // The first activation shows the tips, then the welcome window, each once,
     // and without a choice opens no portfolio.

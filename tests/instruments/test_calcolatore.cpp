@@ -37,6 +37,13 @@ protected:
     QString lcd(const char* n) { return w->findChild<platform::PictureSurface*>(n)->accessibleName(); }
     QString label(const char* n) { return w->findChild<QLabel*>(n)->text(); }
     void type(const char* n, const QString& t) { QTest::keyClicks(edit(n), t); }
+    // Types over what a box holds: select all, then the new text (an empty one empties it).
+    void retype(const char* n, const QString& t)
+    {
+        QTest::keyClick(edit(n), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(edit(n), Qt::Key_Backspace);
+        QTest::keyClicks(edit(n), t);
+    }
 
     Calcolatore* w = nullptr;
 };
@@ -64,13 +71,12 @@ TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigit)
     EXPECT_EQ(lcd("pic_PercentualeGP"), "9");  // floor(95800 / 10000)
 
     // A change of system recomputes the sale but leaves the break-even stale.
-    w->findChild<QComboBox*>("DBCombo")->setEditText("T4");
+    ChooseInCombo(w->findChild<QComboBox*>("DBCombo"), "T4");
     EXPECT_EQ(lcd("pic_Commissioni"), "84");
     EXPECT_EQ(lcd("pic_PdP"), "10,04");
 
     // A loss: minus sign, and the percentage floors toward minus infinity.
-    edit("txtVndPzo")->clear();
-    type("txtVndPzo", "9,99");
+    retype("txtVndPzo", "9,99");
     EXPECT_EQ(lcd("pic_GP"), "-89,96");        // 9990 - 10000 - (40 + 39.96)
     EXPECT_EQ(lcd("pic_PercentualeGP"), "-1");
 }
@@ -81,19 +87,41 @@ TEST_F(CalcolatoreTest, ClearingRulesFollowTheText)
     type("txtQta", "1000");
     type("txtVndPzo", "11");
     // Emptying the price leaves the old figures standing.
-    edit("txtAcqPzo")->clear();
+    retype("txtAcqPzo", "");
     EXPECT_EQ(label("lab_AcqImp"), "10000");
     EXPECT_EQ(lcd("pic_PdP"), "10,04");
     // Typing "0" clears the buy side, and with its amount gone the sale side too.
-    type("txtAcqPzo", "0");
+    retype("txtAcqPzo", "0");
     EXPECT_EQ(label("lab_AcqImp"), "");
     EXPECT_EQ(lcd("pic_SLP"), "");
     EXPECT_EQ(lcd("pic_PdP"), "");
     EXPECT_EQ(lcd("pic_GP"), "");
     EXPECT_EQ(label("lab_VndImp"), "");
     // The key filters: two decimals, one comma, no point.
-    edit("txtAcqPzo")->clear();
-    type("txtAcqPzo", "12.345,678");
+    retype("txtAcqPzo", "12.345,678");
     EXPECT_EQ(edit("txtAcqPzo")->text(), "12345,67");
 }
 
+
+TEST_F(CalcolatoreTest, RoundingAndMinimumsWhereTheyShow)
+{
+    // The stop by percentage keeps 4 decimals: 10.01 - 3*10.01/100 = 9.7097.
+    type("txtAcqPzo", "10,01");
+    type("txtQta", "1");
+    EXPECT_EQ(lcd("pic_SLP"), "9,7097");
+
+    // Both commissions are raised to the minimum: 10*10*2/1000 = 0.2 and 10*11*2/1000 = 0.22, each up to 5.
+    retype("txtAcqPzo", "10");
+    retype("txtQta", "10");
+    type("txtVndPzo", "11");
+    EXPECT_EQ(lcd("pic_Commissioni"), "10");
+    EXPECT_EQ(lcd("pic_GP"), "0"); // 110 - 100 - 10
+
+    // A gain a hair below a half cent: (35007.51 - 10000) - (20 + 70.01502) = 24917.49498, to the nearest.
+    retype("txtAcqPzo", "10000");
+    retype("txtQta", "1");
+    retype("txtVndPzo", "35007,51");
+    EXPECT_EQ(lcd("pic_Commissioni"), "90,01502");
+    EXPECT_EQ(lcd("pic_GP"), "24917,49");
+    EXPECT_EQ(lcd("pic_PercentualeGP"), "249"); // floor(2491749 / 10000)
+}

@@ -114,6 +114,19 @@ TEST(Strum, NeedlesEndWhereTheScaleSays)
     EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::HorMeter, 1000, 100, 60).x1(), 90);
     EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::HorMeter, 1500, 100, 60).x1(), 130);
 
+    // An odd surface, 101 x 75: pivots take the whole-number quotient (\), ends the real one (/).
+    const QLineF oc = strum::NeedleLine(strum::Kind::Center, 500, 101, 75);
+    EXPECT_EQ(oc.p1(), QPointF(50, 37)); // 101 \ 2, 75 \ 2
+    EXPECT_NEAR(oc.x2(), 50 - 44 * std::cos(90 * d2r), 1e-9); // r = round(50.5 - 6) = 44, to even
+    const QLineF ob = strum::NeedleLine(strum::Kind::Bottom, 0, 101, 75);
+    EXPECT_EQ(ob.p1(), QPointF(101 - 10, 75 - 7));              // 101 \ 10, 75 \ 10
+    EXPECT_NEAR(ob.x2(), 101 - 10.1 - 81, 1e-9);                 // r = round(101 - 20.2) = 81
+    EXPECT_NEAR(ob.y2(), 75 - 7.5, 1e-9);
+    const QLineF obc = strum::NeedleLine(strum::Kind::BottomCenter, 500, 101, 75);
+    EXPECT_EQ(obc.p1(), QPointF(50, 75 - 7));
+    EXPECT_NEAR(obc.x2(), 50.5 - 60 * std::cos(90 * d2r), 1e-9); // r = round(75 - 15) = 60
+    EXPECT_NEAR(obc.y2(), 75 - 7.5 - 60 * std::sin(90 * d2r), 1e-9);
+
     // On a surface: cleared, one line in the fore colour, the value as its name.
     platform::PictureSurface s(100, 100);
     s.SetForeColor(Qt::red);

@@ -87,6 +87,13 @@ TEST_F(ReplayTest, PartialClosesRoundTheAmountToOneDecimal)
     EXPECT_EQ(rows[0], "15/01/2003|4|T2|FIAT|FIAT spa|10,035|4|11|3,86|9,62|7");
     // The first partial close left 6 pieces, amount round(60.21, 1) = 60.2; share 3*5/6 = 2.5.
     EXPECT_EQ(rows[1], "16/01/2003|5|T2|FIAT|FIAT spa|10,035|5|11|4,825|9,62|7,5");
+
+    // Large amounts round to the nearest too: 87.5553 * 5368 = 469996.8504, not a tie.
+    // (A first buy's amount goes into its statement as is: a whole one, 875553.)
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "TEL", 10000, 87.5553);
+    AddTrade(exe, "14/01/2003", "Sell", "T2", "TEL", 4632, 90);
+    replay();
+    EXPECT_EQ(Rows(exe, "SELECT Qta, Importo FROM Portafoglio WHERE Cod = 'TEL'"), QStringList{"5368|469996,9"});
 }
 
 TEST_F(ReplayTest, UnknownSystemCostsNothingAndUnknownErrorCountsNothing)

@@ -19,11 +19,15 @@ TEST(Sequence, WalksQuantitiesInDateOrderWithExactCodes)
     AddTrade(exe, "13/01/2003", "Sell", "DAY", "ENI", 20, 1);
     EXPECT_EQ(ledger::ControlloSequenza(exe), "");
 
-    // Case counts here, while the replay's look-up ignores it.
+    // Case counts here, while the replay's look-up ignores it: a sale of "eni" finds no "ENI",
     AddTrade(exe, "14/01/2003", "Sell", "DAY", "eni", 1, 1);
     EXPECT_EQ(ledger::ControlloSequenza(exe), "eni non e' in portafoglio in data: 14/01/2003");
-    exe.Execute("DELETE * FROM Eseguiti WHERE Cod = 'eni' AND Tipo = 'Sell' AND Qta = 1");
-    exe.Execute("DELETE * FROM Eseguiti WHERE Data = '14/01/2003'");
+    exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
+    // and the pieces bought as "Eni" don't help a sale of "ENI".
+    AddTrade(exe, "14/01/2003", "Buy", "DAY", "Eni", 40, 1);
+    AddTrade(exe, "14/01/2003", "Sell", "DAY", "ENI", 31, 1);
+    EXPECT_EQ(ledger::ControlloSequenza(exe), "ENI disponibili solo 30 pezzi");
+    exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
 
     // A sold-out code keeps its slot at 0.
     AddTrade(exe, "15/01/2003", "Sell", "DAY", "ENI", 30, 1);
@@ -40,9 +44,12 @@ TEST(Sequence, WalksQuantitiesInDateOrderWithExactCodes)
     exe.Execute("DELETE * FROM Eseguiti");
     AddTrade(exe, "10/01/2003", "Buy", "DAY", "", 5, 1);
     AddTrade(exe, "11/01/2003", "Sell", "DAY", "", 5, 1);
-    for (int i = 1; i <= ledger::kMaxCodici; ++i)
+    // 100 distinct codes pass, the 101st fails, even when every earlier one is sold out.
+    for (int i = 1; i <= 100; ++i)
         AddTrade(exe, "12/01/2003", "Buy", "DAY", QString("C%1").arg(i), 1, 1);
+    for (int i = 1; i <= 100; ++i)
+        AddTrade(exe, "13/01/2003", "Sell", "DAY", QString("C%1").arg(i), 1, 1);
     EXPECT_EQ(ledger::ControlloSequenza(exe), "");
-    AddTrade(exe, "13/01/2003", "Buy", "DAY", "C101", 1, 1);
+    AddTrade(exe, "14/01/2003", "Buy", "DAY", "C101", 1, 1);
     EXPECT_THROW(ledger::ControlloSequenza(exe), platform::IndexOutOfRange);
 }

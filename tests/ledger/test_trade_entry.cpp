@@ -5,9 +5,12 @@
 #include "ledger/frmEseguiti.h"
 #include "platform/DataSource.h"
 #include "platform/Forms.h"
+#include "platform/Numbers.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QLabel>
@@ -32,36 +35,88 @@ protected:
         Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
         w = qobject_cast<frmEseguiti*>(platform::Forms::Find("frmEseguiti"));
         ASSERT_NE(w, nullptr);
+        // Keys go to the focused field of the active window, as on a desktop.
+        QApplication::setActiveWindow(frame);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(frame));
         disk.Open(dir.filePath("DataExe.qvd"));
         set.Open(dir.filePath("DataSet.qvd"));
     }
     template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
     QLineEdit* edit(const char* name) { return c<QLineEdit>(name); }
-    void type(const char* name, const QString& text)
+    QComboBox* combo(const char* name) { return c<QComboBox>(name); }
+    // Clicks into a field and types over what it holds, as a user does.
+    void scrivi(QWidget* field, const QString& text)
     {
-        edit(name)->clear();
-        QTest::keyClicks(edit(name), text);
+        // A click activates the window, as a window manager does after a box or a list has closed.
+        QApplication::setActiveWindow(field->window());
+        QTest::mouseClick(field, Qt::LeftButton, {}, QPoint(8, field->height() / 2));
+        QWidget* focus = QApplication::focusWidget();
+        ASSERT_TRUE(focus == field || field->isAncestorOf(focus))
+            << field->objectName().toStdString() << " has no focus, " << (focus ? focus->objectName().toStdString() : "nothing") << " has; active " << (QApplication::activeWindow() ? QApplication::activeWindow()->objectName().toStdString() : "none");
+        QTest::keyClick(focus, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(focus, Qt::Key_Backspace);
+        QTest::keyClicks(focus, text);
     }
-    void modo(int i) { c<QRadioButton>(QString("Option1(%1)").arg(i).toLatin1().constData())->click(); }
-    void scegliTipo(const QString& tipo)
+    void type(const char* name, const QString& text) { scrivi(edit(name), text); }
+    void typeCombo(const char* name, const QString& text) { scrivi(combo(name), text); }
+    // Pastes a text that typing couldn't give (more decimals than the key filter allows).
+    void incolla(const char* name, const QString& text)
     {
-        auto* cmb = c<QComboBox>("cmb_Tipo");
-        const int i = cmb->findText(tipo);
-        ASSERT_GE(i, 0) << tipo.toStdString();
-        cmb->setCurrentIndex(i);
-        emit cmb->activated(i);
+        QApplication::clipboard()->setText(text);
+        scrivi(edit(name), QString());
+        QTest::keyClick(edit(name), Qt::Key_V, Qt::ControlModifier);
     }
-    void riga(int n) { w->DatEseguiti()->SetPosition(n); }
-    void buy(const QString& data, const QString& cod, const QString& qta, const QString& prezzo, const QString& errore = "NE")
+    // The day selected, the digits fill day, month and year in turn.
+    void data(const QString& ggmmaaaa)
+    {
+        auto* dtp = c<QDateEdit>("dtp_Data");
+        QApplication::setActiveWindow(dtp->window());
+        QTest::mouseClick(dtp, Qt::LeftButton, {}, QPoint(8, dtp->height() / 2));
+        QTest::keyClick(dtp, Qt::Key_Home);
+        QTest::keyClick(dtp, Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyClick(dtp, Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyClicks(dtp, QString(ggmmaaaa).remove('/'));
+        ASSERT_EQ(num::DateText(dtp->date()), ggmmaaaa);
+    }
+    void modo(int i)
+    {
+        auto* option = c<QRadioButton>(QString("Option1(%1)").arg(i).toLatin1().constData());
+        QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(8, option->height() / 2)); // on its round button
+    }
+    void scegliTipo(const QString& tipo) { ChooseInCombo(combo("cmb_Tipo"), tipo); }
+    // Clicks a cell of the grid.
+    void cella(int row, int column)
+    {
+        platform::DataGrid* grid = w->Grid();
+        const QModelIndex index = grid->model()->index(row, column);
+        grid->scrollTo(index);
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(index).center());
+    }
+    void riga(int n) { cella(n, 3); }
+    // A new sale: the type chosen, the first position and its quantity proposed.
+    void nuovaVendita(const QString& data_)
     {
         modo(0);
-        c<QDateEdit>("dtp_Data")->setDate(QDate::fromString(data, "dd/MM/yyyy"));
-        c<QComboBox>("dbc_System")->setEditText("T2");
+        data(data_);
+        scegliTipo("Sell");
+    }
+    QStringList tipi()
+    {
+        QStringList items;
+        for (int i = 0; i < combo("cmb_Tipo")->count(); ++i)
+            items << combo("cmb_Tipo")->itemText(i);
+        return items;
+    }
+    void buy(const QString& data_, const QString& cod, const QString& qta, const QString& prezzo, const QString& errore = "NE")
+    {
+        modo(0);
+        data(data_);
+        typeCombo("dbc_System", "T2");
         type("txt_Codice", cod);
         type("txt_Titolo", cod + " spa");
         type("txtQta", qta);
         type("txtPrezzo", prezzo);
-        c<QComboBox>("dbc_Errore")->setEditText(errore);
+        ChooseInCombo(combo("dbc_Errore"), errore);
         conferma();
     }
     // The click's handler called straight, so its failure reaches the test.
@@ -70,7 +125,7 @@ protected:
     {
         auto* ok = c<QPushButton>("cmd_Ok");
         ASSERT_TRUE(ok->isEnabled());
-        ok->click();
+        QTest::mouseClick(ok, Qt::LeftButton);
     }
     QStringList portafoglio() { return Rows(disk, "SELECT Cod, Qta, PzoCarico, Importo, Commissioni FROM Portafoglio"); }
     QStringList chiuse() { return Rows(disk, "SELECT Cod, Qta, Prezzo, GP, GPPercentuale, Commissioni FROM OperazioniChiuse"); }
@@ -87,27 +142,25 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
 {
     // An empty portfolio: only Nuovo, and nothing to sell.
     EXPECT_FALSE(c<QRadioButton>("Option1(1)")->isEnabled());
-    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->count(), 1);
+    EXPECT_EQ(tipi(), QStringList{"Buy"});
     EXPECT_FALSE(c<QPushButton>("cmd_Ok")->isEnabled());
 
     buy("13/01/2003", "ENI", "100", "10", "EA");
     EXPECT_EQ(eseguiti(), QStringList{"1|13/01/2003|Buy|ENI|100|10|1000|EA|10"}); // empty optimal price takes the price
     EXPECT_EQ(portafoglio(), QStringList{"ENI|100|10|1000|5"});
     EXPECT_EQ(c<QLabel>("lab_TotaleEseguiti")->text(), "1");
-    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->count(), 2); // Sell comes back with a position
+    EXPECT_EQ(tipi(), (QStringList{"Buy", "Sell"})); // Sell comes back with a position
 
     buy("15/01/2003", "ENI", "100", "12");
     // (100*10 + 100*12)/200 = 11; the second commission is dropped.
     EXPECT_EQ(portafoglio(), QStringList{"ENI|200|11|2200|5"});
 
     // A new sale proposes the first position with its whole quantity.
-    modo(0);
-    c<QDateEdit>("dtp_Data")->setDate(QDate(2003, 1, 17));
-    scegliTipo("Sell");
-    c<QComboBox>("dbc_System")->setEditText("T2"); // a new sale proposes the first system
-    EXPECT_TRUE(c<QComboBox>("cmb_Codice")->isVisibleTo(w));
+    nuovaVendita("17/01/2003");
+    typeCombo("dbc_System", "T2"); // a new sale proposes the first system
+    EXPECT_TRUE(combo("cmb_Codice")->isVisibleTo(w));
     EXPECT_FALSE(edit("txt_Codice")->isVisibleTo(w));
-    EXPECT_EQ(c<QComboBox>("cmb_Codice")->currentText(), "ENI");
+    EXPECT_EQ(combo("cmb_Codice")->currentText(), "ENI");
     EXPECT_EQ(edit("txtQta")->text(), "200");
     type("txtQta", "50");
     type("txtPrezzo", "13");
@@ -119,9 +172,7 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
 
     // A refused oversell: the exclamation box, Eseguiti row for row as before.
     const QStringList prima = eseguiti();
-    modo(0);
-    c<QDateEdit>("dtp_Data")->setDate(QDate(2003, 1, 18));
-    scegliTipo("Sell");
+    nuovaVendita("18/01/2003");
     type("txtQta", "999");
     type("txtPrezzo", "9");
     QString messaggio;
@@ -133,10 +184,8 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(edit("txtQta")->text(), ""); // the refresh empties what was typed
 
     // Sell the rest.
-    modo(0);
-    c<QDateEdit>("dtp_Data")->setDate(QDate(2003, 1, 20));
-    scegliTipo("Sell");
-    c<QComboBox>("dbc_System")->setEditText("T2");
+    nuovaVendita("20/01/2003");
+    typeCombo("dbc_System", "T2");
     EXPECT_EQ(edit("txtQta")->text(), "150");
     type("txtPrezzo", "9");
     conferma();
@@ -145,9 +194,10 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(contatore("EA"), 1);
     EXPECT_EQ(contatore("NE"), 3);
 
-    // Modify the first buy's price: rounded to four decimals, replayed at once.
+    // Modify the first buy's price: replayed at once.
     modo(1);
     riga(0);
+
     EXPECT_EQ(edit("txtPrezzo")->text(), "10");
     type("txtPrezzo", "10,5");
     conferma();
@@ -173,11 +223,131 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(c<QLabel>("lab_RowSelect")->text(), "3");
 }
 
+TEST_F(TradeEntryTest, PricesGoInWithAPointAndOnlyAModifiedOneIsRoundedToFourDecimals)
+{
+    // A typed decimal price: the statement takes it with a point, the load price rounds to the nearest.
+    buy("13/01/2003", "ENI", "1000", "50");
+    buy("14/01/2003", "ENI", "7", "50,41");
+    EXPECT_EQ(Rows(disk, "SELECT Prezzo, Importo, PrezzoOttimale FROM Eseguiti WHERE ID = 2"), QStringList{"50,41|352,87|50,41"});
+    // (7*50.41 + 1000*50)/1007 = 50.00285005: 50,0029, not a tie; the amount 50352,87 unrounded.
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|1007|50,0029|50352,87|100"});
+
+    // A pasted price with more decimals than the key filter lets through: a new trade keeps all of it,
+    modo(0);
+    typeCombo("dbc_System", "T2");
+    type("txt_Codice", "ENI");
+    type("txt_Titolo", "ENI spa");
+    type("txtQta", "10");
+    incolla("txtPrezzo", "10,12345");
+    conferma();
+    EXPECT_EQ(Rows(disk, "SELECT Prezzo, PrezzoOttimale FROM Eseguiti WHERE ID = 3"), QStringList{"10,12345|10,12345"});
+    // a modified one is rounded to 4 decimals, half to even, also when the field wasn't touched.
+    modo(1);
+    riga(2);
+    EXPECT_EQ(edit("txtPrezzo")->text(), "10,12345");
+    conferma();
+    EXPECT_EQ(Rows(disk, "SELECT Prezzo, Importo, PrezzoOttimale FROM Eseguiti WHERE ID = 3"),
+              QStringList{"10,1234|101,2345|10,1234"}); // the amount stays unrounded: 10 * 10.12345
+}
+
+TEST_F(TradeEntryTest, APickedSecondPositionReplacesTheProposedQuantity)
+{
+    buy("13/01/2003", "ENI", "100", "10");
+    buy("14/01/2003", "FIAT", "30", "5");
+    nuovaVendita("15/01/2003");
+    EXPECT_EQ(combo("cmb_Codice")->currentText(), "ENI");
+    EXPECT_EQ(edit("txtQta")->text(), "100");
+    type("txtQta", "7");
+    ChooseInCombo(combo("cmb_Titolo"), "FIAT spa"); // the title list leads the code list too
+    EXPECT_EQ(combo("cmb_Codice")->currentText(), "FIAT");
+    EXPECT_EQ(edit("txtQta")->text(), "30");
+    ChooseInCombo(combo("cmb_Codice"), "ENI");
+    EXPECT_EQ(combo("cmb_Titolo")->currentText(), "ENI spa");
+    EXPECT_EQ(edit("txtQta")->text(), "100");
+    ChooseInCombo(combo("cmb_Codice"), "FIAT");
+    type("txtPrezzo", "6");
+    conferma();
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|100|10|1000|5"});
+    // 30*6 - 30*5 = 30; under the proposed first system, DAY: max(30*6*1.9/1000, 2.95) + 5*30/30 = 7.95.
+    EXPECT_EQ(chiuse(), QStringList{"FIAT|30|6|30|20|7,95"});
+}
+
+TEST_F(TradeEntryTest, AColumnChangeRunsTheModeLogicAsARowChangeDoes)
+{
+    buy("13/01/2003", "ENI", "100", "10");
+    buy("14/01/2003", "FIAT", "30", "5");
+    // Modifica: another cell of the same row puts the row's fields back.
+    modo(1);
+    cella(1, 0);
+    EXPECT_EQ(c<QLabel>("lab_RowSelect")->text(), "2");
+    type("txtQta", "77");
+    type("txt_Codice", "XYZ");
+    cella(1, 6);
+    EXPECT_EQ(edit("txtQta")->text(), "30");
+    EXPECT_EQ(edit("txt_Codice")->text(), "FIAT");
+    // Nuovo: it empties what was typed.
+    modo(0);
+    type("txt_Codice", "TIM");
+    type("txtQta", "5");
+    cella(1, 2);
+    EXPECT_EQ(edit("txt_Codice")->text(), "");
+    EXPECT_EQ(edit("txtQta")->text(), "");
+}
+
+TEST_F(TradeEntryTest, ShowingARowsTypeLeavesTheTypeListAlone)
+{
+    // Rows as an import writes them: "BUY", and a sale that closes the position.
+    AddTrade(Module1::dbExe, "13/01/2003", "BUY", "T2", "ENI", 100, 10);
+    AddTrade(Module1::dbExe, "14/01/2003", "BUY", "T2", "FIAT", 10, 10);
+    frame->ControlloMenu();
+    modo(1);
+    riga(0);
+    EXPECT_EQ(combo("cmb_Tipo")->currentText(), "BUY");
+    EXPECT_EQ(tipi(), (QStringList{"Buy", "Sell"}));
+    riga(1);
+    EXPECT_EQ(tipi(), (QStringList{"Buy", "Sell"}));
+
+    AddTrade(Module1::dbExe, "15/01/2003", "Sell", "T2", "ENI", 100, 11);
+    AddTrade(Module1::dbExe, "16/01/2003", "Sell", "T2", "FIAT", 10, 11);
+    frame->ControlloMenu();
+    modo(0);
+    EXPECT_EQ(tipi(), QStringList{"Buy"}); // nothing held, nothing to sell
+    modo(3);
+    riga(3);
+    EXPECT_EQ(combo("cmb_Tipo")->currentText(), "Sell");
+    EXPECT_EQ(tipi(), QStringList{"Buy"});
+    modo(0);
+    EXPECT_EQ(combo("cmb_Tipo")->currentText(), "Buy");
+    EXPECT_EQ(tipi(), QStringList{"Buy"});
+}
+
+TEST_F(TradeEntryTest, TypingIntoEveryFilteredBox)
+{
+    modo(0);
+    // The apostrophe and its company stay out of codes, titles and systems.
+    type("txt_Codice", "T'I-M");
+    type("txt_Titolo", "Banca d'Italia (B.I.)");
+    typeCombo("dbc_System", "T'2");
+    EXPECT_EQ(edit("txt_Codice")->text(), "TIM");
+    EXPECT_EQ(edit("txt_Titolo")->text(), "Banca dItalia B.I.");
+    EXPECT_EQ(combo("dbc_System")->currentText(), "T2");
+    // Numbers: five digits and two decimals for prices, eight digits and no comma for quantities.
+    type("txtPrezzo", "123456,789");
+    type("txtQta", "1234567890,5");
+    EXPECT_EQ(edit("txtPrezzo")->text(), "12345,78");
+    EXPECT_EQ(edit("txtQta")->text(), "12345678");
+    ChooseInCombo(combo("dbc_Errore"), "SL");
+    type("txtPzoOttimale", "1,2345.6");
+    EXPECT_EQ(edit("txtPzoOttimale")->text(), "1,23");
+    // 12345678*12345 + 12345678*0.78 = 152407394910 + 9629628.84, unrounded
+    EXPECT_EQ(c<QLabel>("lab_Importo")->text(), "152417024538,84");
+}
+
 TEST_F(TradeEntryTest, FieldRulesBeforeTheClick)
 {
     // "0" blocks, "0,0" passes: comparisons of texts.
     modo(0);
-    c<QComboBox>("dbc_System")->setEditText("T2");
+    typeCombo("dbc_System", "T2");
     type("txt_Codice", "TIM");
     type("txt_Titolo", "Telecom");
     type("txtQta", "0");
@@ -186,20 +356,14 @@ TEST_F(TradeEntryTest, FieldRulesBeforeTheClick)
     type("txtQta", "10");
     type("txtPrezzo", "0,0");
     EXPECT_TRUE(c<QPushButton>("cmd_Ok")->isEnabled());
-    type("txtPrezzo", "1,255");
-    EXPECT_EQ(edit("txtPrezzo")->text(), "1,25");
+    type("txtPrezzo", "1,25");
     EXPECT_EQ(c<QLabel>("lab_Importo")->text(), "12,5");
-    type("txt_Codice", "T'I");
-    EXPECT_EQ(edit("txt_Codice")->text(), "TI");
 
     // "NE" empties and disables the optimal price.
-    auto* errore = c<QComboBox>("dbc_Errore");
-    errore->setEditText("SL");
-    emit errore->activated(0);
+    ChooseInCombo(combo("dbc_Errore"), "SL");
     EXPECT_TRUE(edit("txtPzoOttimale")->isEnabled());
     type("txtPzoOttimale", "1,1");
-    errore->setEditText("NE");
-    emit errore->activated(0);
+    ChooseInCombo(combo("dbc_Errore"), "NE");
     EXPECT_FALSE(edit("txtPzoOttimale")->isEnabled());
     EXPECT_EQ(edit("txtPzoOttimale")->text(), "");
 
@@ -208,7 +372,7 @@ TEST_F(TradeEntryTest, FieldRulesBeforeTheClick)
     frame->ControlloMenu();
     modo(1);
     riga(0);
-    EXPECT_EQ(errore->currentText(), "NE");
+    EXPECT_EQ(combo("dbc_Errore")->currentText(), "NE");
     EXPECT_EQ(edit("txtPrezzo")->text(), "5");
     // Elimina: all fields off, the button on.
     modo(3);
@@ -221,7 +385,7 @@ TEST_F(TradeEntryTest, FieldRulesBeforeTheClick)
     EXPECT_EQ(Rows(disk, "SELECT Cod FROM Eseguiti"), QStringList{});
 }
 
-TEST_F(TradeEntryTest, TitleSpreadsToTheCodeUnlessItEqualsTheFirstRow)
+TEST_F(TradeEntryTest, TitleSpreadsToTheCodeAndARefusedChangeTakesItBack)
 {
     buy("10/01/2003", "AAA", "10", "1");
     buy("11/01/2003", "ENI", "10", "1");
@@ -236,6 +400,24 @@ TEST_F(TradeEntryTest, TitleSpreadsToTheCodeUnlessItEqualsTheFirstRow)
     type("txt_Titolo", "AAA spa");
     conferma();
     EXPECT_EQ(Rows(disk, "SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'"), (QStringList{"Ente Idrocarburi", "AAA spa"}));
+
+    // A change the sequence check refuses also takes back the title it spread.
+    nuovaVendita("13/01/2003");
+    ChooseInCombo(combo("cmb_Codice"), "ENI");
+    type("txtPrezzo", "2");
+    conferma();
+    const QStringList prima = eseguiti();
+    const QStringList titoli = Rows(disk, "SELECT Titolo FROM Eseguiti ORDER BY ID");
+    modo(1);
+    riga(1);
+    type("txt_Titolo", "Nuovo nome");
+    type("txtQta", "5"); // the sale of 20 would find 15
+    QString messaggio;
+    PressOnModal("OK", &messaggio);
+    conferma();
+    EXPECT_EQ(messaggio, "Impossibile modificare ENI disponibili solo 15 pezzi");
+    EXPECT_EQ(eseguiti(), prima);
+    EXPECT_EQ(Rows(disk, "SELECT Titolo FROM Eseguiti ORDER BY ID"), titoli);
 }
 
 TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
@@ -245,11 +427,11 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
 
     // A pasted price with letters reaches the statement; the engine refuses it.
     modo(0);
-    c<QComboBox>("dbc_System")->setEditText("T2");
+    typeCombo("dbc_System", "T2");
     type("txt_Codice", "TIM");
     type("txt_Titolo", "Telecom");
     type("txtQta", "10");
-    edit("txtPrezzo")->setText("1a");
+    incolla("txtPrezzo", "1a");
     EXPECT_THROW(clickOk(), store::DbError);
     EXPECT_EQ(eseguiti(), prima);
 
@@ -257,7 +439,7 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     frame->ControlloMenu();
     modo(1);
     riga(0);
-    edit("txt_Titolo")->setText("Ente d'Italia");
+    incolla("txt_Titolo", "Ente d'Italia");
     EXPECT_THROW(clickOk(), store::DbError);
     store::Database reopened;
     reopened.Open(dir.filePath("DataExe.qvd"));
@@ -266,23 +448,24 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     // What the engine accepts goes in: a quantity of "00".
     frame->ControlloMenu();
     modo(0);
-    c<QComboBox>("dbc_System")->setEditText("T2");
+    typeCombo("dbc_System", "T2");
     type("txt_Codice", "ZERO");
     type("txt_Titolo", "Zero");
-    edit("txtQta")->setText("00");
+    type("txtQta", "00");
     type("txtPrezzo", "2");
     conferma();
     EXPECT_EQ(Rows(disk, "SELECT Qta, Importo FROM Eseguiti WHERE Cod = 'ZERO'"), QStringList{"0|0"});
 
     // The journal holds 100 distinct codes; the 101st is refused as a failure and leaves no row.
     Module1::dbExe.Execute("DELETE * FROM Eseguiti");
-    for (int i = 1; i <= ledger::kMaxCodici; ++i)
+    for (int i = 1; i <= 99; ++i)
         AddTrade(Module1::dbExe, "01/01/2003", "Buy", "T2", QString("C%1").arg(i), 1, 1);
     frame->ControlloMenu();
-    EXPECT_EQ(ledger::ControlloSequenza(Module1::dbExe), "");
+    buy("02/01/2003", "C100", "1", "1"); // the hundredth, typed
+    EXPECT_EQ(Rows(disk, "SELECT Count(*) FROM Eseguiti"), QStringList{"100"});
     const QStringList cento = Rows(disk, "SELECT ID FROM Eseguiti");
     modo(0);
-    c<QComboBox>("dbc_System")->setEditText("T2");
+    typeCombo("dbc_System", "T2");
     type("txt_Codice", "NUOVO");
     type("txt_Titolo", "Nuovo");
     type("txtQta", "1");

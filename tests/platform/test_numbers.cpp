@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <iomanip>
+#include <random>
+#include <string>
+#include <vector>
+
 using namespace num;
 
 TEST(Numbers, DefaultTextIsItalianWithFifteenDigits)
@@ -20,18 +26,174 @@ TEST(Numbers, DefaultTextIsItalianWithFifteenDigits)
     EXPECT_EQ(CommaToPoint("12,5"), "12.5");
 }
 
-TEST(Numbers, RoundingIsHalfToEvenAndFiguresFloor)
+namespace {
+
+// An independent rounding, on exact decimal digit strings: the double's exact
+// expansion (mantissa times a power of two, multiplied out digit by digit), its
+// 15-digit text, and the rounding of one of the two.
+struct Decimal {
+    bool negative = false;
+    std::string digits; // no leading zeros but for "0"
+    int point = 0;      // digits after the decimal point
+};
+
+Decimal exactly(double v)
 {
-    EXPECT_DOUBLE_EQ(Round(2.5), 2.0);
-    EXPECT_DOUBLE_EQ(Round(3.5), 4.0);
-    EXPECT_DOUBLE_EQ(Round(-2.5), -2.0);
-    EXPECT_DOUBLE_EQ(Round(0.125, 2), 0.12);
-    EXPECT_DOUBLE_EQ(Round(0.135, 2), 0.14);
-    EXPECT_DOUBLE_EQ(Round(18.181818, 2), 18.18);
-    EXPECT_DOUBLE_EQ(Round(1234.56785, 4), 1234.5678); // tie hidden by binary form still goes to even
-    EXPECT_DOUBLE_EQ(Round(1649.95, 1), 1650.0);
+    Decimal d;
+    d.negative = std::signbit(v);
+    int exp2 = 0;
+    const double m = std::frexp(std::fabs(v), &exp2);
+    auto mant = static_cast<unsigned long long>(std::ldexp(m, 53));
+    exp2 -= 53;
+    std::vector<int> n; // little-endian decimal digits
+    for (; mant; mant /= 10)
+        n.push_back(static_cast<int>(mant % 10));
+    auto times = [&n](int k) {
+        int carry = 0;
+        for (int& x : n) {
+            const int y = x * k + carry;
+            x = y % 10;
+            carry = y / 10;
+        }
+        for (; carry; carry /= 10)
+            n.push_back(carry % 10);
+    };
+    // m * 2^e = m * 5^-e / 10^-e for a negative e.
+    for (int i = 0; i < exp2; ++i)
+        times(2);
+    for (int i = 0; i < -exp2; ++i)
+        times(5);
+    d.point = std::max(0, -exp2);
+    for (auto it = n.rbegin(); it != n.rend(); ++it)
+        d.digits += static_cast<char>('0' + *it);
+    if (d.digits.empty())
+        d.digits = "0";
+    return d;
+}
+
+// Keeps the first `keep` digits and rounds: half to even when what is dropped is
+// exactly a half (*tie tells), else to the nearest.
+Decimal roundAt(const Decimal& d, int keep, bool* tie = nullptr)
+{
+    const int size = static_cast<int>(d.digits.size());
+    if (tie)
+        *tie = false;
+    if (keep >= size)
+        return d;
+    Decimal r = d;
+    r.point = d.point - (size - keep);
+    if (keep < 0) { // the first dropped digit is a leading zero: below a half
+        r.digits = "0";
+        return r;
+    }
+    const std::string dropped = d.digits.substr(static_cast<std::size_t>(keep));
+    std::string kept = d.digits.substr(0, static_cast<std::size_t>(keep));
+    const bool half = dropped[0] == '5' && dropped.find_first_not_of('0', 1) == std::string::npos;
+    if (tie)
+        *tie = half;
+    const bool odd = !kept.empty() && (kept.back() - '0') % 2 == 1;
+    if (dropped[0] > '5' || (dropped[0] == '5' && (!half || odd))) {
+        int i = static_cast<int>(kept.size()) - 1;
+        for (; i >= 0 && kept[static_cast<std::size_t>(i)] == '9'; --i)
+            kept[static_cast<std::size_t>(i)] = '0';
+        if (i < 0)
+            kept.insert(kept.begin(), '1');
+        else
+            ++kept[static_cast<std::size_t>(i)];
+    }
+    r.digits = kept.empty() ? "0" : kept;
+    return r;
+}
+
+double toDouble(const Decimal& d)
+{
+    const std::string s = (d.negative ? "-" : "") + d.digits + "e" + std::to_string(-d.point);
+    const double r = std::strtod(s.c_str(), nullptr);
+    return r == 0.0 ? 0.0 : r;
+}
+
+double referenceRound(double v, int decimals)
+{
+    const Decimal exact = exactly(v);          // its digits start with a non-zero one
+    const Decimal text = roundAt(exact, 15);   // the 15 significant digits the user sees
+    // Keep the digits up to `decimals` after the point.
+    auto keepFor = [decimals](const Decimal& d) { return static_cast<int>(d.digits.size()) - d.point + decimals; };
+    bool tie = false;
+    const Decimal onText = roundAt(text, keepFor(text), &tie);
+    if (tie)
+        return toDouble(onText);
+    return toDouble(roundAt(exact, keepFor(exact)));
+}
+
+} // namespace
+
+TEST(Numbers, RoundingTiesAreTiesOfTheShownTextAndEverythingElseGoesToTheNearest)
+{
+    // Read as the user reads them: the default text of the rounded value.
+    auto shown = [](double v, int decimals) { return Text(Round(v, decimals)); };
+    // Ties as the user sees them go to the even digit.
+    EXPECT_EQ(shown(2.675, 2), "2,68");
+    EXPECT_EQ(shown(0.125, 2), "0,12");
+    EXPECT_EQ(shown(0.135, 2), "0,14");
+    EXPECT_EQ(shown(2.5, 0), "2");
+    EXPECT_EQ(shown(3.5, 0), "4");
+    EXPECT_EQ(shown(-2.5, 0), "-2");
+    EXPECT_EQ(shown(-0.5, 0), "0");
+    EXPECT_FALSE(std::signbit(Round(-0.5)));
+    EXPECT_EQ(shown(1234.56785, 4), "1234,5678");
+    EXPECT_EQ(shown(10.12345, 4), "10,1234");
+    EXPECT_EQ(shown(999999999.99995, 4), "1000000000");
+    // Near a half but not on it: the nearest, however large the number.
+    EXPECT_EQ(shown(50000.0001, 4), "50000,0001");
+    EXPECT_EQ(shown(35007.51 - 10000 - (20 + 35007.51 * 2 / 1000), 2), "24917,49"); // 24917,49498
+    EXPECT_EQ(shown((7 * 50.41 + 1000 * 50.0) / 1007, 4), "50,0029");               // 50352,87 / 1007 = 50,00285005
+    EXPECT_EQ(shown(87.5553 * 5368, 1), "469996,9");                                 // 469996,8504
+    EXPECT_EQ(shown(18.181818, 2), "18,18");
+    EXPECT_EQ(shown(1649.95, 1), "1650");
+    EXPECT_THROW(Round(1.5, -1), platform::Failure);
     EXPECT_EQ(Floor(2.9), 2);
     EXPECT_EQ(Floor(-2.1), -3);
+
+    // Random values of every magnitude up to 10^9 against the digit-string rounding:
+    // typed decimals (many of them ties), their binary neighbours, and raw doubles.
+    std::mt19937_64 gen(20261123);
+    std::uniform_int_distribution<int> decimalsOf(0, 6), placesOf(0, 10), digitsOf(1, 15), coin(0, 1);
+    std::uniform_int_distribution<int> digit(0, 9), magnitude(-8, 8);
+    std::uniform_real_distribution<double> unit(1.0, 10.0);
+    int hard = 0;
+    for (int i = 0; i < 60000; ++i) {
+        const int decimals = decimalsOf(gen);
+        double v = 0;
+        switch (i % 3) {
+        case 0:
+        case 1: {
+            // A number as typed: up to 15 digits, with the point somewhere, often a tie at `decimals`.
+            const int places = i % 3 == 0 ? decimals + 1 : placesOf(gen);
+            int count = std::max(digitsOf(gen), places + 1);
+            std::string s;
+            for (int k = 0; k < count; ++k)
+                s += static_cast<char>('0' + digit(gen));
+            if (i % 3 == 0)
+                s.back() = '5';
+            s.insert(s.size() - places, ".");
+            v = std::strtod(s.c_str(), nullptr);
+            if (v > 1e9)
+                v = std::fmod(v, 1e9);
+            if (i % 2)
+                v = std::nextafter(v, coin(gen) ? 1e300 : -1e300);
+            break;
+        }
+        default:
+            v = unit(gen) * std::pow(10.0, magnitude(gen));
+        }
+        if (coin(gen))
+            v = -v;
+        const double expected = referenceRound(v, decimals);
+        ASSERT_EQ(Round(v, decimals), expected) << std::setprecision(17) << v << " at " << decimals << " decimals: "
+                                                << Round(v, decimals) << " instead of " << expected;
+        hard += expected != std::nearbyint(v * std::pow(10.0, decimals)) / std::pow(10.0, decimals);
+    }
+    EXPECT_GT(hard, 1000); // plain binary rounding gets many of them wrong: the cases are not all easy
 }
 
 TEST(Numbers, Int16ConversionFailsOnOverflowAndDivisionOnZero)

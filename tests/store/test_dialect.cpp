@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 using store::ToSqlite;
 
 namespace {
@@ -66,13 +69,28 @@ TEST(Dialect, OrderedSingleTableSelectsKeepRecordOrderForTies)
               QStringList{"SELECT  * FROM Errori ORDER BY Contatore DESC, rowid"});
 }
 
+namespace {
+// The characters a view shows, read in this (instrumented) code rather than inside Qt.
+std::u16string chars(QStringView v) { return {reinterpret_cast<const char16_t*>(v.data()), static_cast<std::size_t>(v.size())}; }
+} // namespace
+
 TEST(Dialect, LiteralsAreLiftedSoShapesAreShared)
 {
+    // Lifted from temporaries: the literals stay readable after the statements are gone.
     const store::Lifted a = store::LiftLiterals("SELECT *  FROM portafoglio where Cod = 'ENI'");
     const store::Lifted b = store::LiftLiterals("SELECT *  FROM portafoglio where Cod = 'FIAT'");
     EXPECT_EQ(a.shape, b.shape);
     ASSERT_EQ(a.params.size(), 1u);
-    EXPECT_EQ(a.params[0].text(), u"ENI");
+    EXPECT_EQ(chars(a.params[0].text()), u"ENI");
+    EXPECT_EQ(chars(b.params[0].text()), u"FIAT");
+    std::vector<store::Lifted> many;
+    for (int i = 0; i < 50; ++i)
+        many.push_back(store::LiftLiterals(QStringLiteral("UPDATE Errori SET  Contatore = %1 WHERE Cod ='E%1'").arg(i)));
+    for (int i = 0; i < 50; ++i) {
+        ASSERT_EQ(many[i].params.size(), 2u);
+        EXPECT_EQ(chars(many[i].params[0].view), QString::number(i).toStdU16String());
+        EXPECT_EQ(chars(many[i].params[1].text()), QString("E%1").arg(i).toStdU16String());
+    }
 
     const store::Lifted n = store::LiftLiterals("UPDATE Portafoglio SET Qta = 150,Importo =1650.5 WHERE Cod ='X' AND Icone32 = 1e3");
     EXPECT_EQ(n.shape, "UPDATE Portafoglio SET Qta = ?,Importo =? WHERE Cod =? AND Icone32 = ?");

@@ -1,5 +1,26 @@
 #pragma once
 // Helpers for window tests.
+//
+// Modal windows. A modal window blocks the code that opened it, so a test says
+// what to do with it *before* the action that opens it:
+//
+//     QString text;
+//     PressOnModal("OK", &text);      // answer the next message box
+//     conferma();                      // the click that shows it
+//     EXPECT_EQ(text, "Impossibile inserire : ...");
+//
+// Each waiter answers one window. None of them can hang the suite:
+// - an expected window that does not come within 5 seconds fails the test
+//   ("expected ... did not appear"), and so does a waiter still pending when the
+//   test ends;
+// - a modal window that no waiter claims within a second fails the test with its
+//   title and text, and is closed, so the code that opened it goes on;
+// - a window that was answered but is still open 5 seconds later (a button that
+//   wasn't found, an answer that forgot to close it) fails the test and is closed.
+// Nested windows work: an answer may register the waiter for the window that its
+// own click opens before clicking. Answer modal windows through these helpers
+// rather than a timer of your own: a window left unclaimed for a second counts
+// as unexpected.
 #include <QString>
 #include <QTemporaryDir>
 #include <QWidget>
@@ -10,6 +31,7 @@
 
 class MDIForm1;
 class QAction;
+class QComboBox;
 
 namespace testing_support {
 
@@ -17,7 +39,7 @@ namespace testing_support {
 // through a timer, never sleeping the thread).
 // With `accepts`, only a modal widget it accepts is answered; others are left to other waiters.
 void WhenModal(std::function<void(QWidget*)> answer, std::function<bool(QWidget*)> accepts = {});
-// Presses the button with this text on a modal box.
+// Presses the button with this text on a modal message box (a missing button fails the test).
 void PressOnModal(const QString& buttonText, QString* seenText = nullptr);
 // Answers the next file dialog with a path typed into its name field; an empty path cancels.
 void AnswerFileDialog(const QString& path, QString* seenTitle = nullptr);
@@ -34,6 +56,10 @@ void ClickAwaySplash();
 // switched off in the settings, the splash clicked away, the first activation run.
 MDIForm1* StartProgram(const QString& folder);
 
+// Chooses an item of a combo box as a user does: a click opens the list, the
+// arrow keys go to the item, Return takes it. Fails the test when the list lacks it.
+void ChooseInCombo(QComboBox* combo, const QString& text);
+
 // A program started in a temporary program folder, closed again after each test.
 class ProgramTest : public ::testing::Test {
 protected:
@@ -45,5 +71,9 @@ protected:
     QTemporaryDir dir;
     MDIForm1* frame = nullptr;
 };
+
+// For the test entry: watches modal windows between tests and fails a test that
+// leaves a waiter unanswered.
+::testing::TestEventListener* NewModalWatchListener();
 
 } // namespace testing_support

@@ -1,5 +1,6 @@
 // Test entry for window tests: our application class, so failures reach the report.
 #include "platform/FailureReport.h"
+#include "support/Gui.h"
 
 #include <QTemporaryDir>
 
@@ -17,5 +18,8 @@ int main(int argc, char** argv)
     platform::Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
     ::testing::InitGoogleTest(&argc, argv);
+    // After the printer: end events go in reverse, so a failure it adds at a test's end
+    // is printed with that test.
+    ::testing::UnitTest::GetInstance()->listeners().Append(testing_support::NewModalWatchListener());
     return RUN_ALL_TESTS();
 }
