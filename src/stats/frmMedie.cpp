@@ -48,7 +48,7 @@ QImage quadranteVinte()
     s.kind = strum::Kind::Center;
     s.step = 100;
     s.labelEvery = 2;
-    s.label = [](int v) { return QString::number(v / 100); };
+    s.label = [](int v) -> QString { return QString::number(v / 100); };
     s.bands = {{400, QColor(226, 98, 88)}, {600, QColor(236, 190, 70)}, {1000, QColor(92, 178, 98)}};
     return strum::Quadrante(s, kQuadrante);
 }
@@ -60,7 +60,7 @@ QImage quadranteFortuna()
     s.kind = strum::Kind::Bottom;
     s.step = 125;
     s.labelEvery = 2;
-    s.label = [](int v) { return QString::number(v / 10.0) + '%'; };
+    s.label = [](int v) -> QString { return QString::number(v / 10.0) + '%'; };
     s.bands = {{300, QColor(92, 178, 98)}, {600, QColor(236, 190, 70)}, {1000, QColor(226, 98, 88)}};
     return strum::Quadrante(s, kQuadrante);
 }

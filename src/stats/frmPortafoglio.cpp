@@ -77,7 +77,7 @@ void frmPortafoglio::crea()
     Picture1_->setObjectName(QStringLiteral("Picture1"));
     strum::Scala scala;
     scala.kind = strum::Kind::BottomCenter;
-    scala.label = [](int v) { return QString::number(v / 10) + '%'; };
+    scala.label = [](int v) -> QString { return QString::number(v / 10) + '%'; };
     scala.back = QColor(250, 250, 244);
     Picture1_->SetPicture(strum::Quadrante(scala, QSize(kDialW, kDialH)));
     auto* quota = new QLabel(QStringLiteral("Quota di liquidità"), pannello_);
