@@ -11,6 +11,7 @@
 // statistics
 
 // import
+#include "ledger/Importa.h"
 
 // export
 
@@ -30,6 +31,7 @@ void RegistraFinestre()
     // statistics
 
     // import
+    MDIForm1::RegistraFinestra(QStringLiteral("Importa"), []() -> QWidget* { return Importa::Instance(); }, true);
 
     // export
 
