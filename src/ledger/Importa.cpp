@@ -330,7 +330,6 @@ void Importa::cmd_Ok_Click()
 
 void Importa::cmd_Annulla_Click()
 {
-    dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     chiudiSenzaImportare();
     reject();
 }
@@ -338,6 +337,7 @@ void Importa::cmd_Annulla_Click()
 void Importa::chiudiSenzaImportare()
 {
     chiusa_ = true;
+    dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     // The open trade window keeps its undo record in EseguitiTemp: give it back.
     if (platform::Forms::Find(QStringLiteral("frmEseguiti")))
         dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
@@ -349,7 +349,6 @@ void Importa::done(int result)
         return; // a question of the import is still open
     if (!chiusa_) {
         // Closed by Esc or the title bar: as Annulla.
-        dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
         chiudiSenzaImportare();
     }
     QDialog::done(result);

@@ -45,7 +45,7 @@ private:
     // The full path of a ticked item, as both the preview and the import build it.
     QString percorso(int item) const;
     void anteprima();
-    // Leaves EseguitiTemp as the trade window expects it once this window is gone.
+    // Empties the staging table and leaves EseguitiTemp as the trade window expects it.
     void chiudiSenzaImportare();
 
     QComboBox* Combo1_ = nullptr;

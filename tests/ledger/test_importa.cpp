@@ -145,14 +145,14 @@ const QString kQuestion = QString::number(QMessageBox::Warning) + '|';
 
 } // namespace
 
-TEST_F(ImportaTest, FromTheMenuModalAndClosedByAnnulla)
+TEST_F(ImportaTest, FromTheMenuModalAndClosedByEscape)
 {
     QString nome;
     bool modale = false;
     WhenModal([&](QWidget* modal) {
         nome = modal->objectName();
         modale = modal->isModal();
-        QTest::mouseClick(modal->findChild<QPushButton*>("cmd_Annulla"), Qt::LeftButton);
+        QTest::keyClick(modal, Qt::Key_Escape);
     });
     frame->Menu("mnu_Importa")->trigger();
     EXPECT_EQ(nome, "Importa");
