@@ -244,6 +244,9 @@ void Database::Open(const QString& path)
     sqlite3_extended_result_codes(conn->db, 1);
     // Reading the schema tells a database from any other file.
     conn->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    // Statement and savepoint journals in memory: a long transaction (the import) would
+    // otherwise write every page it touches again and again to a temporary file.
+    conn->exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
     if (!sqlite3_db_readonly(conn->db, "main")) {
         try {
             conn->exec(QString::fromLatin1(kPragmas));
