@@ -187,18 +187,33 @@ QString FileList::List(int index) const
     return i ? i->text() : QString();
 }
 
+namespace {
+// The tick an item had when Click last fired for it.
+constexpr int kTickNoto = Qt::UserRole + 1;
+} // namespace
+
 CheckList::CheckList(QWidget* parent) : QListWidget(parent)
 {
     setSelectionMode(QAbstractItemView::SingleSelection);
     connect(this, &QListWidget::itemClicked, this, &CheckList::toggle);
+    // Whoever changes a tick, Click follows once.
+    connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        const int tick = item->checkState();
+        if (item->data(kTickNoto).toInt() == tick)
+            return;
+        item->setData(kTickNoto, tick);
+        emit Click();
+    });
 }
 
 void CheckList::AddItem(const QString& text)
 {
-    auto* i = new QListWidgetItem(text, this);
+    auto* i = new QListWidgetItem(text);
     // The tick is ours to set: a click anywhere on the row changes it, not only on the box.
     i->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
     i->setCheckState(Qt::Unchecked);
+    i->setData(kTickNoto, static_cast<int>(Qt::Unchecked));
+    addItem(i);
 }
 
 bool CheckList::Selected(int index) const
@@ -227,7 +242,6 @@ void CheckList::keyPressEvent(QKeyEvent* event)
 void CheckList::toggle(QListWidgetItem* item)
 {
     item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
-    emit Click();
 }
 
 } // namespace platform

@@ -77,7 +77,8 @@ private:
     QString pattern_ = QStringLiteral("*.*");
 };
 
-// A list of ticks: a click on an item or Space ticks or unticks it, then Click fires.
+// A list of ticks: a click on an item or Space ticks or unticks it; Click fires
+// after every change of a tick, however it was made.
 class CheckList final : public QListWidget {
     Q_OBJECT
 public:

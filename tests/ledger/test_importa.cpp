@@ -190,7 +190,9 @@ TEST_F(ImportaTest, TicksPreviewAndImportRowByRow)
     EXPECT_EQ(lab("lab_NumeroEseguiti"), "4");
     EXPECT_EQ(anteprima(), (QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5", "17/01/2003|SELL|DAY|ENI|ND|500|11",
                                         "17/01/2003|SELL|DAY|ENI|ND|150|11,25", "20/01/2003|BUY|SWING|TIM|ND|200|2,5"}));
-    spunta("RT_20030120.CSV");
+    // From the keyboard: down to the second file, Space unticks it.
+    QTest::keyClick(list(), Qt::Key_Down);
+    QTest::keyClick(list(), Qt::Key_Space);
     EXPECT_EQ(lab("lab_FileSelezionati"), "1");
     EXPECT_EQ(lab("lab_NumeroEseguiti"), "3");
     spunta("RT_20030120.CSV");
