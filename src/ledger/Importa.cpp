@@ -314,6 +314,9 @@ void Importa::cmd_Ok_Click()
     importa.importareComunque = [this](const QString& domanda) {
         return platform::MsgBox(domanda, platform::Buttons::YesNo, platform::Icon::Exclamation, this) == platform::Answer::Yes;
     };
+    // The import and the replay after it stand or fall together: a replay that fails on an
+    // imported row would otherwise fail again at every opening of the portfolio.
+    store::Transaction tutto(dbExe);
     const int righe = importa.Esegui(dbExe);
     importando_ = false;
     if (righe == 0) {
@@ -325,6 +328,7 @@ void Importa::cmd_Ok_Click()
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     chiusa_ = true;
     MDIForm1::Instance()->ControlloMenu();
+    tutto.Commit();
     accept();
 }
 
