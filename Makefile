@@ -2,13 +2,17 @@
 # make test  - install packages, run the test suite offscreen twice: from a sanitizer debug build,
 #              then from a plain debug build (a freed buffer read inside Qt shows only there)
 # make bench - install packages, release build of the benchmarks, run them
+# make fuzz  - install packages, clang build of the fuzz targets, fuzz the day-file and workbook readers
+#              for FUZZ_SECONDS each
 JOBS ?= $(shell nproc)
 RELEASE := build/release
 DEBUG := build/debug
 PLAIN := build/plain
 BENCH := build/bench
+FUZZ := build/fuzz
+FUZZ_SECONDS ?= 180
 
-.PHONY: deps run build test bench clean
+.PHONY: deps run build test bench fuzz clean
 
 deps:
 	@./scripts/install-deps
@@ -33,6 +37,18 @@ bench: deps
 	cmake --build $(BENCH) -j $(JOBS)
 	for b in $$(find $(BENCH)/bench -maxdepth 1 -type f -executable -name 'bench_*' | sort); do \
 	  $$b --benchmark_min_time=0.5 || exit 1; done
+
+fuzz: deps
+	cmake -S . -B $(FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
+	  -DQUORVEL_TESTS=OFF -DQUORVEL_FUZZ=ON
+	cmake --build $(FUZZ) -j $(JOBS) --target fuzz_realtick fuzz_workbook make_workbook_seeds
+	mkdir -p $(FUZZ)/corpus $(FUZZ)/corpus-workbook $(FUZZ)/findings
+	cp -n fuzz/corpus/* $(FUZZ)/corpus/
+	$(FUZZ)/fuzz/make_workbook_seeds $(FUZZ)/corpus-workbook
+	$(FUZZ)/fuzz/fuzz_realtick $(FUZZ)/corpus -dict=fuzz/realtick.dict -max_total_time=$(FUZZ_SECONDS) \
+	  -timeout=10 -max_len=65536 -artifact_prefix=$(FUZZ)/findings/ -print_final_stats=1
+	$(FUZZ)/fuzz/fuzz_workbook $(FUZZ)/corpus-workbook -max_total_time=$(FUZZ_SECONDS) \
+	  -timeout=10 -max_len=262144 -artifact_prefix=$(FUZZ)/findings/ -print_final_stats=1
 
 clean:
 	rm -rf build

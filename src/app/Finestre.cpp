@@ -21,6 +21,7 @@
 #include "stats/frmStGiorno.h"
 
 // import
+#include "ledger/Importa.h"
 
 // export
 #include "export/frmEsporta.h"
@@ -58,6 +59,7 @@ void RegistraFinestre()
         QStringLiteral("frmPersonalizzaErrori"), []() -> QWidget* { return frmPersonalizzaErrori::Instance(); }, true);
 
     // import
+    MDIForm1::RegistraFinestra(QStringLiteral("Importa"), []() -> QWidget* { return Importa::Instance(); }, true);
 
     // export
     MDIForm1::RegistraFinestra(QStringLiteral("frmEsporta"), []() -> QWidget* { return frmEsporta::Instance(); }, true);

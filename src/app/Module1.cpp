@@ -1,6 +1,7 @@
 #include "app/Module1.h"
 
 #include "app/MDIForm1.h"
+#include "ledger/Import.h"
 #include "platform/Forms.h"
 #include "platform/Registro.h"
 #include "prefs/AssociaFile.h"
@@ -161,6 +162,8 @@ void SuonaWave(const QString& name)
     limit.start(durata + 250);
     loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
+
+QString DataDaNomeFile(const QString& path) { return ledger::DataDaNomeFile(path); }
 
 bool FileEsiste(const QString& path)
 {

@@ -38,6 +38,9 @@ void SuonaWave(const QString& name);
 // Length of a wave file in milliseconds, 0 when it is no readable wave.
 int DurataWave(const QString& path);
 
+// The date "dd/mm/yyyy" of a day file, from the eight digits that end its name.
+QString DataDaNomeFile(const QString& path);
+
 // True only for a file that can be opened for reading.
 bool FileEsiste(const QString& path);
 

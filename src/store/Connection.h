@@ -41,7 +41,8 @@ struct Connection {
     QStringList columnsOf(const QString& table);
     // The prepared statements for a shape; for a cursor, with the rowid in front when possible.
     PreparedShape& prepare(const Lifted& lifted, bool cursor, const QString& original);
-    void bind(const PreparedShape& shape, const Lifted& lifted, const QString& original);
+    // Texts are bound in place, valid until the next bind, unless copyTexts makes the engine keep its own copy.
+    void bind(const PreparedShape& shape, const Lifted& lifted, const QString& original, bool copyTexts = false);
     void exec(const QString& sql);
 };
 

@@ -138,7 +138,7 @@ PreparedShape& Connection::prepare(const Lifted& lifted, bool cursor, const QStr
 
 namespace {
 // Appends a text as UTF-8 to the bound-text buffer and binds it there without a copy.
-int bindText(std::string& buffer, sqlite3_stmt* st, int index, QStringView text)
+int bindText(std::string& buffer, sqlite3_stmt* st, int index, QStringView text, bool copy)
 {
     const std::size_t at = buffer.size();
     bool ascii = true;
@@ -155,7 +155,8 @@ int bindText(std::string& buffer, sqlite3_stmt* st, int index, QStringView text)
         const QByteArray u = text.toUtf8();
         buffer.append(u.constData(), static_cast<std::size_t>(u.size()));
     }
-    return sqlite3_bind_text(st, index, buffer.data() + at, static_cast<int>(buffer.size() - at), SQLITE_STATIC);
+    return sqlite3_bind_text(st, index, buffer.data() + at, static_cast<int>(buffer.size() - at),
+                             copy ? SQLITE_TRANSIENT : SQLITE_STATIC);
 }
 
 // Room for every text of a statement, so that binding never moves the buffer.
@@ -169,7 +170,7 @@ std::size_t textRoom(const Lifted& lifted)
 }
 } // namespace
 
-void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original)
+void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QString& original, bool copyTexts)
 {
     boundText.clear();
     boundText.reserve(textRoom(lifted));
@@ -185,9 +186,9 @@ void Connection::bind(const PreparedShape& shape, const Lifted& lifted, const QS
             switch (lit.kind) {
             case Literal::Kind::Text: {
                 if (shape.dateParams[static_cast<std::size_t>(p)])
-                    rc = bindText(boundText, st, i, DateParamValue(lit.text()));
+                    rc = bindText(boundText, st, i, DateParamValue(lit.text()), copyTexts);
                 else
-                    rc = bindText(boundText, st, i, lit.text());
+                    rc = bindText(boundText, st, i, lit.text(), copyTexts);
                 break;
             }
             case Literal::Kind::Integer:
@@ -243,6 +244,9 @@ void Database::Open(const QString& path)
     sqlite3_extended_result_codes(conn->db, 1);
     // Reading the schema tells a database from any other file.
     conn->exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+    // Statement and savepoint journals in memory: a long transaction (the import) would
+    // otherwise write every page it touches again and again to a temporary file.
+    conn->exec(QStringLiteral("PRAGMA temp_store=MEMORY"));
     if (!sqlite3_db_readonly(conn->db, "main")) {
         try {
             conn->exec(QString::fromLatin1(kPragmas));

@@ -1,5 +1,6 @@
 #pragma once
 #include "store/DbError.h"
+#include "store/ForwardOnly.h"
 #include "store/Recordset.h"
 
 #include <QString>
@@ -29,6 +30,8 @@ public:
 
     void Execute(const QString& sql);
     Recordset OpenRecordset(const QString& sql);
+    // A cursor that reads the rows in place as it moves, for long walks that only read.
+    ForwardOnly OpenForwardOnly(const QString& sql);
 
     // Runs a script of plain SQLite statements (schema files), no dialect mapping.
     void ExecuteScript(const QString& script);

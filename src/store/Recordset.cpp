@@ -433,6 +433,10 @@ void Recordset::Update()
                 sqlite3_bind_double(st, p, v.toDouble());
             } else if (v.typeId() == QMetaType::Int || v.typeId() == QMetaType::LongLong) {
                 sqlite3_bind_int64(st, p, v.toLongLong());
+            } else if (IsDateColumn((*columns_)[i]) && num::ParseShortDate(v.toString()).isValid()) {
+                // A date typed into a grid, in the short form it shows.
+                const QByteArray t = DateParamValue(v.toString()).toUtf8();
+                sqlite3_bind_text(st, p, t.constData(), static_cast<int>(t.size()), SQLITE_TRANSIENT);
             } else if (realColumns_ && (*realColumns_)[i] && num::Parse(v.toString())) {
                 // A typed number with its decimal comma, as the cursor converts it.
                 sqlite3_bind_double(st, p, *num::Parse(v.toString()));

@@ -1,0 +1,66 @@
+#pragma once
+// Brings Real Tick III day files into the trades: a folder, the files ticked
+// in it, a preview of what they hold, and the import row by row.
+#include <QDialog>
+
+#include <cstdint>
+
+class QComboBox;
+class QLabel;
+class QProgressBar;
+class QPushButton;
+class QTableView;
+
+namespace platform {
+class CheckList;
+class DataSource;
+class DirList;
+class DriveList;
+class EditableRecordsetModel;
+class FileList;
+} // namespace platform
+
+class Importa final : public QDialog {
+    Q_OBJECT
+public:
+    static Importa* Instance();
+    Importa();
+
+    void done(int result) override;
+
+private slots:
+    void Combo1_Click(int index);
+    void Drive1_Change();
+    void Dir1_Change();
+    void List1_Click();
+    void cmd_Annulla_Click();
+    void cmd_Ok_Click();
+
+private:
+    void crea();
+    void RiempiListaFile();
+    void LeggiRealTick(const QString& path);
+    void ProbaFoglio(const QString& path);
+    void AvanzaBarra(std::int16_t& contatore);
+    // The full path of a ticked item, as both the preview and the import build it.
+    QString percorso(int item) const;
+    void anteprima();
+    // Empties the staging table and leaves EseguitiTemp as the trade window expects it.
+    void chiudiSenzaImportare();
+
+    QComboBox* Combo1_ = nullptr;
+    platform::DriveList* Drive1_ = nullptr;
+    platform::DirList* Dir1_ = nullptr;
+    platform::FileList* File1_ = nullptr;
+    platform::CheckList* List1_ = nullptr;
+    QLabel* lab_FileSelezionati_ = nullptr;
+    QLabel* lab_NumeroEseguiti_ = nullptr;
+    platform::DataSource* Data1_ = nullptr;
+    platform::EditableRecordsetModel* modello_ = nullptr;
+    QTableView* DBGrid1_ = nullptr;
+    QProgressBar* ProgressBar1_ = nullptr;
+    QPushButton* cmd_Ok_ = nullptr;
+    QPushButton* cmd_Annulla_ = nullptr;
+    bool importando_ = false;
+    bool chiusa_ = false;
+};

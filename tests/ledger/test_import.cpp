@@ -1,0 +1,190 @@
+// Day files read into the staging table, and the row-by-row import, without a window.
+#include "ledger/Import.h"
+#include "ledger/Sequence.h"
+
+#include "support/Fixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace testing_support;
+
+namespace {
+
+const QByteArray kIntestazione = "Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n";
+
+class ImportTest : public ::testing::Test {
+protected:
+    void SetUp() override { exe.Open(folder.NewPortfolio()); }
+    QString file(const QString& name, const QByteArray& bytes)
+    {
+        const QString path = QDir(files.path()).filePath(name);
+        QFile f(path);
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return path;
+    }
+    QStringList staged() { return Rows(exe, "SELECT Data, Tipo, Qta, Cod, Titolo, Prezzo, System FROM EseguitiTemp"); }
+    QStringList eseguiti()
+    {
+        return Rows(exe, "SELECT ID, Data, Tipo, Qta, Cod, Titolo, Prezzo, Importo, System, Errore, PrezzoOttimale FROM Eseguiti");
+    }
+
+    ProgramFolder folder;
+    QTemporaryDir files;
+    store::Database exe;
+};
+
+} // namespace
+
+TEST(DataDaNomeFile, EightDigitsBeforeAThreeLetterExtension)
+{
+    EXPECT_EQ(ledger::DataDaNomeFile("/home/u/RealTick/RT_20030117.csv"), "17/01/2003");
+    EXPECT_EQ(ledger::DataDaNomeFile("/d/20040229.CSV"), "29/02/2004");
+    // Only the places count: whatever stands before them is not looked at.
+    EXPECT_EQ(ledger::DataDaNomeFile("/d/ordini del 19991231.txt"), "31/12/1999");
+
+    for (const char* bad : {"/d/20030229.csv", // no such day
+                            "/d/20031301.csv", "/d/ordini.csv", "/d/2003O117.csv", "/d/20030117.xlsx", "0117.csv", ""})
+        EXPECT_THROW(ledger::DataDaNomeFile(bad), platform::Failure) << bad;
+}
+
+TEST_F(ImportTest, ReadsTheDayFileAsItStands)
+{
+    const QString path = file("RT20030117.csv",
+                              kIntestazione
+                                  + "U1,09:01:02,MTA,DIR,BUY,100,ENI,10.00125,FILLED,DAY,1\r\n"
+                                    "U1,09:05:00,MTA,DIR,Sell,40,ENI,12,FILLED,SWING,2,extra,fields\r\n"
+                                    "U1,10:00:00,MTA,DIR,BUY,1e3,F.I.A.T, 3.5 ,FILLED,DAY,3\r\n");
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, path));
+    // The date from the name, "ND" as title, every field as the file has it.
+    EXPECT_EQ(staged(), (QStringList{"17/01/2003|BUY|100|ENI|ND|10,00125|DAY", "17/01/2003|Sell|40|ENI|ND|12|SWING",
+                                     "17/01/2003|BUY|1000|F.I.A.T|ND|3,5|DAY"}));
+
+    // A second file appends; one without the final CR LF loses its last line.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030120.csv", kIntestazione + "a,b,c,d,BUY,5,TIM,1,e,DAY,f\r\n"
+                                                                                  "a,b,c,d,BUY,6,TIM,1,e,DAY,f")));
+    EXPECT_EQ(staged(), QStringList{"20/01/2003|BUY|5|TIM|ND|1|DAY"});
+
+    // Heading and final empty line, an empty file, LF line ends: nothing staged, nothing wrong.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030121.csv", kIntestazione)));
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030122.csv", "")));
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030123.csv", "h\na,b,c,d,BUY,5,TIM,1,e,DAY,f\n")));
+    EXPECT_EQ(staged(), QStringList{});
+}
+
+TEST_F(ImportTest, BadInputStopsTheFileWithTheEarlierLinesStagedAndLeavesEseguitiAlone)
+{
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    const QStringList prima = eseguiti();
+    const QByteArray buona = "a,b,c,d,BUY,5,TIM,1,e,DAY,f\r\n";
+    struct Caso {
+        const char* name;
+        QByteArray bytes;
+        int staged;
+    };
+    const QList<Caso> casi = {
+        {"short line", kIntestazione + buona + "a,b,c,d,BUY,5,TIM,1,e,DAY\r\n" + buona, 1},
+        {"empty line", kIntestazione + buona + "\r\n" + buona + "\r\n", 1},
+        {"quantity no number", kIntestazione + buona + "a,b,c,d,BUY,cento,TIM,1,e,DAY,f\r\n", 1},
+        {"empty price", kIntestazione + "a,b,c,d,BUY,5,TIM,,e,DAY,f\r\n", 0},
+        {"apostrophe in code", kIntestazione + buona + "a,b,c,d,BUY,5,L'OREAL,1,e,DAY,f\r\n", 1},
+        {"statement in a field", kIntestazione + "a,b,c,d,BUY,5,TIM,1,e,x');DELETE FROM Eseguiti;--,f\r\n", 0},
+        {"binary", kIntestazione + QByteArray("\x00\xff\xfe\x01,\x02\r\n\x89PNG\r\n\x1a\n", 16) + buona, 0},
+        {"10 MB line", kIntestazione + buona + QByteArray(10 << 20, 'x') + "\r\n", 1},
+    };
+    for (const Caso& c : casi) {
+        exe.Execute("DELETE * FROM EseguitiTemp");
+        EXPECT_FALSE(ledger::LeggiRealTick(exe, file("RT20030117.csv", c.bytes))) << c.name;
+        EXPECT_EQ(staged().size(), c.staged) << c.name;
+        EXPECT_EQ(eseguiti(), prima) << c.name;
+    }
+
+    // A name without a date, a file that isn't there or is a folder: nothing staged.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    EXPECT_FALSE(ledger::LeggiRealTick(exe, file("RealTick.csv", kIntestazione + buona + buona)));
+    EXPECT_FALSE(ledger::LeggiRealTick(exe, QDir(files.path()).filePath("RT20030199.csv")));
+    EXPECT_FALSE(ledger::LeggiRealTick(exe, files.path()));
+    EXPECT_EQ(staged(), QStringList{});
+    EXPECT_EQ(eseguiti(), prima);
+}
+
+TEST_F(ImportTest, EachRowWithItsBackupCheckAndQuestion)
+{
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv",
+                                               kIntestazione
+                                                   // half to even at 4 and at 1 decimal: 10.0012 and 3 x 0.35 = 1.0
+                                                   + "a,b,c,d,BUY,100,ENI,10.00125,e,DAY,f\r\n"
+                                                     "a,b,c,d,BUY,3,TIM,0.35,e,DAY,f\r\n"
+                                                     "a,b,c,d,SELL,500,ENI,11,e,DAY,f\r\n" // more than held: no
+                                                     "a,b,c,d,SELL,50,ENI,11.5,e,DAY,f\r\n"
+                                                     "a,b,c,d,SELL,9,TIM,0.4,e,DAY,f\r\n" // more than held: yes
+                                                     "a,b,c,d,BUY,1,ENI,12,e,DAY,f\r\n")));
+    QStringList domande;
+    QList<int> inizio;
+    int righe = 0;
+    ledger::ImportaEseguiti importa;
+    importa.inizio = [&](int n) { inizio << n; };
+    importa.rigaInserita = [&]() { ++righe; };
+    importa.importareComunque = [&](const QString& d) {
+        domande << d;
+        return d.contains("TIM");
+    };
+    EXPECT_EQ(importa.Esegui(exe), 6);
+    EXPECT_EQ(inizio, QList<int>{6});
+    EXPECT_EQ(righe, 6);
+    // The row kept on yes makes the list unsound: every later row brings the question back.
+    EXPECT_EQ(domande, (QStringList{"Errore nei dati ENI disponibili solo 200 pezzi importare comunque?",
+                                    "Errore nei dati TIM disponibili solo 3 pezzi importare comunque?",
+                                    "Errore nei dati TIM disponibili solo 3 pezzi importare comunque?"}));
+    // 100 x 10.00125 = 1000.125 -> 1000.1; 50 x 11.5 = 575; 9 x 0.4 = 3.6. The refused sale's ID is given again.
+    EXPECT_EQ(eseguiti(), (QStringList{"1|10/01/2003|Buy|100|ENI|ENI spa|10|1000|DAY|NE|10",
+                                       "2|17/01/2003|BUY|100|ENI|ND|10,0012|1000,1|DAY|NE|10,0012",
+                                       "3|17/01/2003|BUY|3|TIM|ND|0,35|1|DAY|NE|0,35",
+                                       "4|17/01/2003|SELL|50|ENI|ND|11,5|575|DAY|NE|11,5",
+                                       "5|17/01/2003|SELL|9|TIM|ND|0,4|3,6|DAY|NE|0,4",
+                                       "6|17/01/2003|BUY|1|ENI|ND|12|12|DAY|NE|12"}));
+    // The backup is the ledger before the last row.
+    EXPECT_EQ(Rows(exe, "SELECT ID FROM EseguitiBackup"), (QStringList{"1", "2", "3", "4", "5"}));
+
+    // Nothing staged: nothing done, no bar.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    inizio.clear();
+    EXPECT_EQ(importa.Esegui(exe), 0);
+    EXPECT_TRUE(inizio.isEmpty());
+}
+
+TEST_F(ImportTest, AFailureHalfWayLeavesEseguitiAsBefore)
+{
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
+    const QStringList prima = eseguiti();
+    ledger::ImportaEseguiti importa;
+    importa.importareComunque = [](const QString&) { return true; };
+
+    // A doubled apostrophe stages a code whose own statement then breaks.
+    ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv", kIntestazione + "a,b,c,d,BUY,1,TIM,1,e,DAY,f\r\n"
+                                                                                  "a,b,c,d,BUY,1,L''OREAL,1,e,DAY,f\r\n")));
+    EXPECT_THROW(importa.Esegui(exe), store::DbError);
+    EXPECT_EQ(eseguiti(), prima);
+
+    // A price the file left empty can't be rounded.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv", kIntestazione + "a,b,c,d,BUY,1,TIM,NULL,e,DAY,f\r\n")));
+    EXPECT_THROW(importa.Esegui(exe), platform::Failure);
+    EXPECT_EQ(eseguiti(), prima);
+
+    // The journal's limit of codes.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    QByteArray cento = kIntestazione;
+    for (int i = 1; i <= ledger::kMaxCodici; ++i)
+        cento += "a,b,c,d,BUY,1,C" + QByteArray::number(i) + ",1,e,DAY,f\r\n";
+    ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv", cento)));
+    EXPECT_THROW(importa.Esegui(exe), platform::IndexOutOfRange);
+    EXPECT_EQ(eseguiti(), prima);
+}

@@ -1,0 +1,343 @@
+// The import window as the trader uses it: a folder of day files, ticks, the preview, the questions.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "ledger/Importa.h"
+#include "platform/FileLists.h"
+#include "platform/Forms.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+
+#include <QAbstractItemView>
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+
+#include <xlsxwriter.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace testing_support;
+
+namespace {
+
+const QByteArray kIntestazione = "Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n";
+
+class ImportaTest : public ProgramTest {
+protected:
+    void SetUp() override
+    {
+        Avvia(true);
+        cartella.mkpath(QStringLiteral("vecchi"));
+        AddTrade(Module1::dbExe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
+        frame->ControlloMenu();
+    }
+    void TearDown() override
+    {
+        // Every box the test expected has come.
+        EXPECT_TRUE(risposte.isEmpty()) << risposte.join(',').toStdString();
+        ProgramTest::TearDown();
+    }
+    void scrivi(const QString& name, const QByteArray& bytes)
+    {
+        QFile f(cartella.filePath(name));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+    Importa* apri()
+    {
+        w = Importa::Instance();
+        w->show();
+        w->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(w));
+        return w;
+    }
+    template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
+    QString lab(const char* name) { return c<QLabel>(name)->text(); }
+    platform::CheckList* list() { return c<platform::CheckList>("List1"); }
+    QStringList voci()
+    {
+        QStringList out;
+        for (int i = 0; i < list()->count(); ++i)
+            out << list()->item(i)->text();
+        return out;
+    }
+    void spunta(const QString& name)
+    {
+        const QList<QListWidgetItem*> found = list()->findItems(name, Qt::MatchExactly);
+        ASSERT_EQ(found.size(), 1) << name.toStdString();
+        QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualItemRect(found.front()).center());
+    }
+    void formato(int index)
+    {
+        auto* combo = c<QComboBox>("Combo1");
+        QTest::mouseClick(combo->lineEdit(), Qt::LeftButton);
+        QAbstractItemView* view = combo->view();
+        ASSERT_TRUE(view->isVisible());
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(index, 0)).center());
+    }
+    // A user's double click: a click, then the second press arriving as a double click.
+    static void doppioClic(QWidget* viewport, QPoint at)
+    {
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, at);
+        QTest::mouseDClick(viewport, Qt::LeftButton, {}, at);
+    }
+    void ok() { QTest::mouseClick(c<QPushButton>("cmd_Ok"), Qt::LeftButton); }
+    QStringList anteprima()
+    {
+        const QAbstractItemModel* m = c<QTableView>("DBGrid1")->model();
+        QStringList out;
+        for (int r = 0; r < m->rowCount(); ++r) {
+            QStringList cells;
+            for (int col = 0; col < m->columnCount(); ++col)
+                cells << m->index(r, col).data().toString();
+            out << cells.join('|');
+        }
+        return out;
+    }
+    // The message boxes to come, answered in order with the button of that text; their icon and text are kept.
+    void rispondi(const QStringList& bottoni)
+    {
+        risposte = bottoni;
+        arma();
+    }
+    void arma()
+    {
+        if (risposte.isEmpty())
+            return;
+        WhenModal(
+            [this](QWidget* modal) {
+                auto* box = static_cast<QMessageBox*>(modal);
+                visti << QString::number(box->icon()) + '|' + box->text();
+                if (primaDiRispondere)
+                    primaDiRispondere();
+                const QString bottone = risposte.takeFirst();
+                arma();
+                for (QAbstractButton* b : box->findChildren<QAbstractButton*>())
+                    if (b->text().remove('&') == bottone)
+                        QTest::mouseClick(b, Qt::LeftButton);
+            },
+            [](QWidget* m) { return qobject_cast<QMessageBox*>(m) != nullptr; });
+    }
+    QStringList eseguiti()
+    {
+        return Rows(Module1::dbExe, "SELECT ID, Data, Tipo, Qta, Cod, Titolo, Prezzo, Importo, System, Errore, PrezzoOttimale FROM Eseguiti");
+    }
+
+    QTemporaryDir giorni;
+    QDir cartella{giorni.path()};
+    Importa* w = nullptr;
+    QStringList risposte, visti;
+    std::function<void()> primaDiRispondere;
+};
+
+const QString kPlain = QString::number(QMessageBox::NoIcon) + '|';
+const QString kQuestion = QString::number(QMessageBox::Warning) + '|';
+
+} // namespace
+
+TEST_F(ImportaTest, FromTheMenuModalAndClosedByEscape)
+{
+    QString nome;
+    bool modale = false;
+    WhenModal([&](QWidget* modal) {
+        nome = modal->objectName();
+        modale = modal->isModal();
+        QTest::keyClick(modal, Qt::Key_Escape);
+    });
+    frame->Menu("mnu_Importa")->trigger();
+    EXPECT_EQ(nome, "Importa");
+    EXPECT_TRUE(modale);
+    FlushDeletes();
+    EXPECT_EQ(platform::Forms::Find("Importa"), nullptr);
+}
+
+TEST_F(ImportaTest, TicksPreviewAndImportRowByRow)
+{
+    scrivi("RT_20030117.csv", kIntestazione
+                                  + "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
+                                    "U1,09:10,MTA,D,SELL,500,ENI,11,F,DAY,2\r\n" // more than held
+                                    "U1,09:20,MTA,D,SELL,150,ENI,11.25,F,DAY,3\r\n");
+    scrivi("RT_20030120.CSV", kIntestazione + "U1,10:00,MTA,D,BUY,200,TIM,2.5,F,SWING,4\r\n");
+    scrivi("appunti.txt", "non un file di Real Tick\r\n");
+    apri();
+
+    auto* combo = c<QComboBox>("Combo1");
+    EXPECT_EQ(combo->currentText(), "Real Tick III .cvs");
+    EXPECT_EQ(combo->count(), 4);
+    EXPECT_EQ(combo->itemText(0), "Real Tick III               .csv    ");
+    EXPECT_EQ(c<platform::FileList>("File1")->Pattern(), "*.csv");
+    EXPECT_FALSE(c<QProgressBar>("ProgressBar1")->isVisible());
+
+    // Choosing the folder fills the list of ticks, in name order, whatever the case of the extension.
+    c<platform::DirList>("Dir1")->setProperty("Path", cartella.path());
+    EXPECT_EQ(c<platform::FileList>("File1")->property("Path").toString(), cartella.path());
+    EXPECT_EQ(voci(), (QStringList{"RT_20030117.csv", "RT_20030120.CSV"}));
+
+    // Ticks in any order: the preview shows the ticked files together, in list order.
+    spunta("RT_20030120.CSV");
+    spunta("RT_20030117.csv");
+    EXPECT_EQ(lab("lab_FileSelezionati"), "2");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "4");
+    EXPECT_EQ(anteprima(), (QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5", "17/01/2003|SELL|DAY|ENI|ND|500|11",
+                                        "17/01/2003|SELL|DAY|ENI|ND|150|11,25", "20/01/2003|BUY|SWING|TIM|ND|200|2,5"}));
+    // From the keyboard: down to the second file, Space unticks it.
+    QTest::keyClick(list(), Qt::Key_Down);
+    QTest::keyClick(list(), Qt::Key_Space);
+    EXPECT_EQ(lab("lab_FileSelezionati"), "1");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "3");
+    spunta("RT_20030120.CSV");
+
+    // The impossible sale is taken out on No; the bar counts the rows meanwhile.
+    int barra = -1, massimo = -1;
+    primaDiRispondere = [&]() {
+        auto* bar = c<QProgressBar>("ProgressBar1");
+        barra = bar->isVisible() ? bar->value() : -2;
+        massimo = bar->maximum();
+    };
+    rispondi({"No"});
+    ok();
+    EXPECT_EQ(visti, QStringList{kQuestion + "Errore nei dati ENI disponibili solo 200 pezzi importare comunque?"});
+    EXPECT_EQ(barra, 2);
+    EXPECT_EQ(massimo, 4);
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_EQ(eseguiti(), (QStringList{"1|10/01/2003|Buy|100|ENI|ENI spa|10|1000|DAY|NE|10",
+                                       "2|17/01/2003|BUY|100|ENI|ND|10,5|1050|DAY|NE|10,5",
+                                       "3|17/01/2003|SELL|150|ENI|ND|11,25|1687,5|DAY|NE|11,25",
+                                       "4|20/01/2003|BUY|200|TIM|ND|2,5|500|SWING|NE|2,5"}));
+    // The replay ran, and the trade window took the new trades as its working copy.
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT Cod, Qta FROM Portafoglio"), (QStringList{"ENI|50", "TIM|200"}));
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID FROM EseguitiTemp"), (QStringList{"1", "2", "3", "4"}));
+    EXPECT_EQ(platform::Forms::Find("frmEseguiti")->findChild<QLabel*>("lab_TotaleEseguiti")->text(), "4");
+}
+
+TEST_F(ImportaTest, BadFilesNothingToImportAndAnnullaKeepTheLedger)
+{
+    scrivi("RT_20030117.csv", kIntestazione + "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
+                                              "U1,09:10,MTA,D,SELL\r\n"
+                                              "U1,09:20,MTA,D,BUY,150,ENI,11.25,F,DAY,3\r\n");
+    scrivi("RT_20030120.csv", kIntestazione);
+    scrivi("vuoto.csv", "");
+    const QStringList prima = eseguiti();
+    apri();
+    auto* dir = c<platform::DirList>("Dir1");
+    dir->setProperty("Path", cartella.path());
+
+    // Into a folder and back out, by double clicks on the folder list.
+    const QList<QTreeWidgetItem*> vecchi = dir->findItems("vecchi", Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(vecchi.size(), 1);
+    doppioClic(dir->viewport(), dir->visualItemRect(vecchi.front()).center());
+    EXPECT_EQ(dir->Path(), cartella.filePath("vecchi"));
+    EXPECT_EQ(voci(), QStringList{});
+    const QList<QTreeWidgetItem*> su = dir->findItems(cartella.dirName(), Qt::MatchExactly | Qt::MatchRecursive);
+    ASSERT_EQ(su.size(), 1);
+    doppioClic(dir->viewport(), dir->visualItemRect(su.front()).center());
+    EXPECT_EQ(voci(), (QStringList{"RT_20030117.csv", "RT_20030120.csv", "vuoto.csv"}));
+
+    // The one message, and the lines before the short one stay in the preview.
+    rispondi({"OK"});
+    spunta("RT_20030117.csv");
+    EXPECT_EQ(visti, QStringList{kPlain + "file di Real Tick non valido: i dati non contengono valori validi"});
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "1");
+
+    // A name without a date: the same message, at each parsing. Nothing left to import then.
+    visti.clear();
+    rispondi({"OK", "OK", "OK", "OK"});
+    spunta("RT_20030117.csv");
+    spunta("vuoto.csv");
+    spunta("RT_20030120.csv");
+    ok();
+    const QString messaggio = kPlain + "file di Real Tick non valido: i dati non contengono valori validi";
+    EXPECT_EQ(visti, (QStringList{messaggio, messaggio, messaggio,
+                                  QString::number(QMessageBox::Information) + "|"
+                                      + "Non ci sono eseguiti da importare: spunta almeno un file con dati validi."}));
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+    EXPECT_EQ(eseguiti(), prima);
+
+    // A drive takes the folder list to its top.
+    auto* drive = c<platform::DriveList>("Drive1");
+    const int home = drive->findData(QDir::cleanPath(QDir::homePath()));
+    ASSERT_GT(home, drive->currentIndex());
+    for (int i = drive->currentIndex(); i < home; ++i)
+        QTest::keyClick(drive, Qt::Key_Down);
+    EXPECT_EQ(dir->Path(), QDir::cleanPath(QDir::homePath()));
+    EXPECT_EQ(c<platform::FileList>("File1")->Path(), dir->Path());
+
+    // Annulla: the trade window gets its working copy back.
+    QTest::mouseClick(c<QPushButton>("cmd_Annulla"), Qt::LeftButton);
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID FROM EseguitiTemp"), QStringList{"1"});
+    EXPECT_EQ(eseguiti(), prima);
+}
+
+TEST_F(ImportaTest, OtherFormatsTheSheetProbeAndAnEditedPreview)
+{
+    scrivi("RT_20030117.csv", kIntestazione + "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n");
+    const QString libro = cartella.filePath("chiuse.xlsx");
+    lxw_workbook* wb = workbook_new(libro.toUtf8().constData());
+    lxw_worksheet* ws = workbook_add_worksheet(wb, nullptr);
+    worksheet_write_string(ws, 1, 0, "Data", nullptr);
+    ASSERT_EQ(workbook_close(wb), LXW_NO_ERROR);
+    const QByteArray libroPrima = FileBytes(libro);
+    apri();
+    c<platform::DirList>("Dir1")->setProperty("Path", cartella.path());
+
+    // The second format lists workbooks; a tick shows A2 of each ticked one and previews no trade.
+    formato(1);
+    EXPECT_EQ(c<platform::FileList>("File1")->Pattern(), "*.xlsx");
+    EXPECT_EQ(voci(), QStringList{"chiuse.xlsx"});
+    rispondi({"OK"});
+    spunta("chiuse.xlsx");
+    EXPECT_EQ(visti, QStringList{kPlain + "Data"});
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+    EXPECT_EQ(FileBytes(libro), libroPrima);
+
+    // Back to csv, then a format that reads nothing: an empty preview, yet OK reads the file as csv.
+    formato(0);
+    EXPECT_EQ(voci(), QStringList{"RT_20030117.csv"});
+    formato(3);
+    EXPECT_EQ(c<platform::FileList>("File1")->Pattern(), "*.csv");
+    spunta("RT_20030117.csv");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+
+    formato(0);
+    spunta("RT_20030117.csv");
+    // A cell of the preview is edited where it stands; a value the column can't hold is refused.
+    auto* grid = c<QTableView>("DBGrid1");
+    const QRect qta = grid->visualRect(grid->model()->index(0, 5));
+    doppioClic(grid->viewport(), qta.center());
+    QWidget* editor = grid->findChild<QLineEdit*>();
+    ASSERT_TRUE(editor && editor->isVisible());
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, "cento");
+    rispondi({"OK"});
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The delegate commits on the next turn of the event loop.
+    QCoreApplication::processEvents();
+    EXPECT_EQ(visti.last(), QString::number(QMessageBox::Warning) + "|Valore non valido: cento");
+    EXPECT_EQ(anteprima(), QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5"});
+    const QRect data = grid->visualRect(grid->model()->index(0, 0));
+    FlushDeletes(); // the first editor
+    doppioClic(grid->viewport(), data.center());
+    editor = grid->findChild<QLineEdit*>();
+    ASSERT_TRUE(editor && editor->isVisible());
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, "18/01/2003");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Qta FROM EseguitiTemp"), QStringList{"18/01/2003|100"});
+
+    // The import parses the files afresh: the preview's edits don't travel.
+    ok();
+    EXPECT_EQ(eseguiti().last(), "2|17/01/2003|BUY|100|ENI|ND|10,5|1050|DAY|NE|10,5");
+}

@@ -1,0 +1,114 @@
+// Cells of a workbook's active sheet read back from files made here with libxlsxwriter.
+#include "platform/Workbook.h"
+
+#include "support/Fixture.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <xlsxwriter.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace {
+
+class WorkbookTest : public ::testing::Test {
+protected:
+    // A workbook with a first sheet that is not the active one, and the sheet `fill` writes.
+    QString make(const char* name, const std::function<void(lxw_workbook*, lxw_worksheet*)>& fill, bool constantMemory = false)
+    {
+        const QString path = dir.filePath(QString::fromLatin1(name));
+        lxw_workbook_options options = {};
+        options.constant_memory = constantMemory;
+        lxw_workbook* wb = workbook_new_opt(path.toUtf8().constData(), &options);
+        lxw_worksheet* altro = workbook_add_worksheet(wb, "Altro");
+        worksheet_write_string(altro, 1, 0, "non questo", nullptr);
+        lxw_worksheet* ws = workbook_add_worksheet(wb, "Foglio attivo");
+        fill(wb, ws);
+        worksheet_activate(ws);
+        EXPECT_EQ(workbook_close(wb), LXW_NO_ERROR);
+        return path;
+    }
+    QString a2(const QString& path)
+    {
+        platform::Workbook wb(path);
+        return platform::Workbook::Text(wb.Cell("A2"));
+    }
+    QTemporaryDir tmp;
+    QDir dir{tmp.path()};
+};
+
+} // namespace
+
+TEST_F(WorkbookTest, ReadsCellA2OfTheActiveSheetWhateverItHolds)
+{
+    const QString testo = make("testo.xlsx", [](lxw_workbook*, lxw_worksheet* ws) {
+        worksheet_write_string(ws, 0, 3, "Quorvel Tabella operazioni chiuse", nullptr);
+        worksheet_write_string(ws, 1, 1, "System", nullptr);
+        worksheet_write_string(ws, 1, 0, "Data", nullptr);
+    });
+    platform::Workbook wb(testo);
+    EXPECT_EQ(wb.ActiveSheetName(), "Foglio attivo");
+    EXPECT_EQ(wb.Cell("A2").toString(), "Data");
+    EXPECT_EQ(wb.Cell("b2").toString(), "System");
+    EXPECT_EQ(wb.Cell("D1").toString(), "Quorvel Tabella operazioni chiuse");
+    EXPECT_TRUE(wb.Cell("C2").isNull());
+    EXPECT_TRUE(wb.Cell("A3").isNull());
+
+    EXPECT_EQ(a2(make("numero.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_number(ws, 1, 0, -1234.5, nullptr); })),
+              "-1234,5");
+    EXPECT_EQ(a2(make("data.xlsx",
+                      [](lxw_workbook* wb, lxw_worksheet* ws) {
+                          lxw_format* f = workbook_add_format(wb);
+                          format_set_num_format(f, "dd/mm/yy");
+                          lxw_datetime d = {2003, 1, 17, 0, 0, 0};
+                          worksheet_write_datetime(ws, 1, 0, &d, f);
+                      })),
+              "17/01/2003");
+    EXPECT_EQ(a2(make("ora.xlsx",
+                      [](lxw_workbook* wb, lxw_worksheet* ws) {
+                          lxw_format* f = workbook_add_format(wb);
+                          format_set_num_format(f, "[$-410]d mmmm yyyy h:mm");
+                          lxw_datetime d = {1900, 2, 10, 9, 30, 0}; // before the 1900 system's missing leap day
+                          worksheet_write_datetime(ws, 1, 0, &d, f);
+                      })),
+              "10/02/1900 09:30:00");
+    EXPECT_EQ(a2(make("vero.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_boolean(ws, 1, 0, 1, nullptr); })),
+              "Vero");
+    EXPECT_EQ(a2(make("formula.xlsx",
+                      [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_formula_num(ws, 1, 0, "=1+1.25", nullptr, 2.25); })),
+              "2,25");
+    // Texts stored in the cell itself rather than in the shared list.
+    EXPECT_EQ(a2(make("inline.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 1, 0, "Perché sì", nullptr); },
+                      true)),
+              "Perché sì");
+    EXPECT_EQ(a2(make("vuoto.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 0, 0, "solo A1", nullptr); })),
+              "");
+}
+
+TEST_F(WorkbookTest, WritesStayInMemoryAndBadFilesFail)
+{
+    const QString path = make("probe.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 1, 0, "Data", nullptr); });
+    const QByteArray prima = testing_support::FileBytes(path);
+    {
+        platform::Workbook wb(path);
+        wb.SetCell("B2", QStringLiteral("System"));
+        EXPECT_EQ(wb.Cell("B2").toString(), "System");
+        EXPECT_THROW(wb.SetCell("2B", 1), platform::Failure);
+        EXPECT_THROW(wb.Cell("A0"), platform::Failure);
+    }
+    EXPECT_EQ(testing_support::FileBytes(path), prima);
+
+    auto write = [this](const char* name, const QByteArray& bytes) {
+        QFile f(dir.filePath(QString::fromLatin1(name)));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return f.fileName();
+    };
+    for (const QString& bad : {write("vuoto.xlsx", ""), write("testo.xlsx", "Data,Tipo\r\n17/01/2003,Buy\r\n"),
+                               write("troncato.xlsx", prima.left(prima.size() / 2)), dir.filePath("manca.xlsx")})
+        EXPECT_THROW(platform::Workbook{bad}, platform::Failure) << bad.toStdString();
+}
