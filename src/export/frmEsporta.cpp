@@ -121,8 +121,8 @@ frmEsporta::frmEsporta() : QDialog(MDIForm1::Instance())
     layout->addStretch();
     layout->addWidget(ProgressBar1_);
     layout->addLayout(pulsanti);
-    setMinimumSize(280, 190);
-    resize(320, 200);
+    // A small dialog: made larger it would only spread its few controls apart.
+    setFixedSize(sizeHint().expandedTo(QSize(320, 200)));
 
     // Load.
     Module1::ApplicaColori(this);

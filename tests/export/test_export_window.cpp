@@ -131,9 +131,16 @@ TEST_F(EsportaTest, WorkbookCountsOnTheLabelsAndTheBarNeverReset)
         for (const char* c : {"chk_OperazioniChiuse", "chk_Eseguiti", "chk_Portafoglio"})
             clic(w, c);
         rispondi(path("posizioni.xlsx"), 1);
+        // Each step, seen as it happens: the bar shown and both buttons off.
+        QStringList passi;
+        QObject::connect(bar, &QProgressBar::valueChanged, w, [&passi, bar, w](int v) {
+            const bool inCorso = bar->isVisible() && !w->findChild<QAbstractButton*>("cmd_Avvia")->isEnabled()
+                                 && !w->findChild<QAbstractButton*>("cmd_Chiudi")->isEnabled();
+            passi << QString::number(v) + (inCorso ? "" : "?");
+        });
         clic(w, "cmd_Avvia");
         EXPECT_EQ(etichette(w), "2|4|2");
-        EXPECT_EQ(bar->value(), 0); // maximum 2: from 1 to 2, then over
+        EXPECT_EQ(passi.join(' '), "2 0"); // maximum 2: from 1 to 2, then over
     });
     // The form's extension goes on a bare name.
     EXPECT_EQ(Xlsx(path("dati.xlsx")).Fogli().join(','), "OperazioniChiuse,Eseguiti,Foglio3");
