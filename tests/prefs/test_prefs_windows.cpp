@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -134,6 +135,12 @@ TEST_F(PrefsTest, AboutScrollsTheCreditsAndSaysWhenThereIsNoSystemInformationToo
         ASSERT_NE(prima, nullptr);
         ASSERT_NE(ultima, nullptr);
         EXPECT_GT(ultima->y(), prima->y()); // one below the other
+        // Each line a role and the person who had it.
+        for (int i = 0; i <= 9; ++i) {
+            const QString riga = w->findChild<QLabel*>(QString("lblCredits(%1)").arg(i))->text();
+            EXPECT_TRUE(QRegularExpression("^(Analisi|Programmazione|Grafica): \\p{Lu}\\p{Ll}+ \\p{Lu}\\p{Ll}+$").match(riga).hasMatch())
+                << riga.toStdString();
+        }
         const int y = prima->y();
         EXPECT_TRUE(QTest::qWaitFor([&]() { return prima->y() < y; }, 5000)); // rising
 
