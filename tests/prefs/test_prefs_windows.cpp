@@ -10,7 +10,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
@@ -105,10 +105,10 @@ TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)
     platform::Casuale copia = platform::Generatore(); // what the window will draw
     Module1::dbSet.Execute("UPDATE Settaggi SET Tip = 1");
     apri("mnu_Tips", "Tip", [&](QWidget* w) {
-        auto* txt = c<QPlainTextEdit>(w, "txt_Tip");
-        EXPECT_EQ(txt->toPlainText(), regole[prefs::ScostamentoConsiglio(copia)]);
+        auto* txt = c<QLineEdit>(w, "txt_Tip");
+        EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
         click(w, "Command1"); // next tip: the next draw
-        EXPECT_EQ(txt->toPlainText(), regole[prefs::ScostamentoConsiglio(copia)]);
+        EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
         EXPECT_EQ(c<QPushButton>(w, "Command1")->text(), "next tip");
         EXPECT_EQ(c<QCheckBox>(w, "chk_Tip")->text(), "Visualizza gli insegnamenti all'avvio");
         click(w, "chk_Tip");
