@@ -8,3 +8,6 @@ inline const QString kChiavePassword = QStringLiteral("QV");
 QString Codifica(const QString& mode, const QString& key, const QString& text);
 // Mode "E" with a given seed (1..255) instead of a random one.
 QString CodificaConSeme(const QString& key, const QString& text, int seed);
+// A text as the scrambling keeps it, in the Western code page: what a typed
+// password is compared in, since a character the page lacks comes back as "?".
+QString TestoAnsi(const QString& text);

@@ -78,7 +78,7 @@ Presentazione::Presentazione()
 void Presentazione::Command1_Click()
 {
     // No message, no count and no clearing: a wrong text simply stays.
-    if (Picture1_->isHidden() || txt_Pwd_->text() == password_) {
+    if (Picture1_->isHidden() || TestoAnsi(txt_Pwd_->text()) == password_) {
         Timer1_->stop();
         platform::Forms::Unload(objectName());
     }

@@ -111,7 +111,7 @@ void Pwd::riga(QLabel* label, QLineEdit* box, bool visible)
 
 void Pwd::txt_1_Change()
 {
-    if (txt_1_->text() != password_)
+    if (TestoAnsi(txt_1_->text()) != password_)
         return;
     // The current password unlocks the new one; only Annulla goes back.
     StatusBar1_->showMessage(QStringLiteral("Inserire nuova password"));
@@ -130,7 +130,7 @@ void Pwd::Command1_Click()
             scrivi(txt_1_->text());
             return;
         }
-    } else if (txt_1_->text() == password_ && txt_2_->text() == txt_3_->text()) {
+    } else if (TestoAnsi(txt_1_->text()) == password_ && txt_2_->text() == txt_3_->text()) {
         // Both boxes empty remove the password.
         if (txt_2_->text().isEmpty())
             txt_2_->setText(QStringLiteral("0"));

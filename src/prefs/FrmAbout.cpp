@@ -19,16 +19,16 @@ namespace {
 
 // Role, then who; the first ten of the twenty-one places are used.
 const char* const kCrediti[10] = {
-    "Quorvel - diario di trading",
-    "Analisi: il capo progetto",
-    "Programmazione: squadra core",
-    "Programmazione: squadra conto e portafoglio",
-    "Programmazione: squadra statistiche",
-    "Programmazione: squadra importazione",
-    "Programmazione: squadra esportazione",
-    "Programmazione: squadra preferenze",
-    "Grafica: squadra preferenze",
-    "Grazie per aver scelto Quorvel",
+    "Analisi: Marco Bellandi",
+    "Analisi: Chiara Ferretti",
+    "Programmazione: Luca Moretti",
+    "Programmazione: Giulia Santoro",
+    "Programmazione: Andrea Colombo",
+    "Programmazione: Marco Bellandi",
+    "Programmazione: Francesca Rinaldi",
+    "Grafica: Paolo Galli",
+    "Grafica: Elena Marchetti",
+    "Grafica: Chiara Ferretti",
 };
 constexpr short nUltimaRiga = 9;
 

@@ -9,9 +9,36 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+namespace {
+
+// A text box like every other, whose rule wraps over as many lines as it needs.
+class TestoAcapo final : public QLineEdit {
+public:
+    explicit TestoAcapo(QWidget* parent) : QLineEdit(parent)
+    {
+        setReadOnly(true);
+        setFrame(false);
+        setFocusPolicy(Qt::NoFocus);
+        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    }
+    QSize sizeHint() const override { return {300, 4 * fontMetrics().lineSpacing()}; }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter p(this);
+        p.fillRect(rect(), palette().base());
+        p.setPen(palette().text().color());
+        p.drawText(rect().adjusted(6, 4, -6, -4), Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap, text());
+    }
+};
+
+} // namespace
 
 Tip* Tip::Instance() { return platform::Form<Tip>(); }
 
@@ -30,10 +57,8 @@ Tip::Tip()
     f.setBold(true);
     f.setPointSizeF(f.pointSizeF() * 1.25);
     titolo->setFont(f);
-    txt_Tip_ = new QPlainTextEdit(this);
+    txt_Tip_ = new TestoAcapo(this);
     txt_Tip_->setObjectName(QStringLiteral("txt_Tip"));
-    txt_Tip_->setReadOnly(true);
-    txt_Tip_->setFrameShape(QFrame::NoFrame);
     QFont testo = txt_Tip_->font();
     testo.setPointSizeF(testo.pointSizeF() * 1.15);
     txt_Tip_->setFont(testo);
@@ -77,7 +102,7 @@ void Tip::carica()
     rsConsiglio_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT *  FROM Consiglio"));
     // The offset ignores the size of the table: fewer than 120 rules fail here.
     rsConsiglio_.Move(prefs::ScostamentoConsiglio(platform::Generatore()));
-    txt_Tip_->setPlainText(rsConsiglio_.Text(QStringLiteral("Consiglio")));
+    txt_Tip_->setText(rsConsiglio_.Text(QStringLiteral("Consiglio")));
 }
 
 void Tip::Command1_Click() { carica(); }

@@ -4,7 +4,7 @@
 #include "store/Recordset.h"
 
 class QCheckBox;
-class QPlainTextEdit;
+class QLineEdit;
 
 class Tip final : public prefs::FinestraAvvio {
     Q_OBJECT
@@ -20,7 +20,7 @@ private:
     // What the load does, and "next tip" again.
     void carica();
 
-    QPlainTextEdit* txt_Tip_ = nullptr;
+    QLineEdit* txt_Tip_ = nullptr;
     QCheckBox* chk_Tip_ = nullptr;
     store::Recordset rsConsiglio_;
 };

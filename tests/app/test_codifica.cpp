@@ -8,7 +8,9 @@ TEST(Codifica, ScramblesWithASeedAndUnscramblesBack)
     EXPECT_EQ(CodificaConSeme(kChiavePassword, "0", 0x5A), "5ADB");
     EXPECT_EQ(Codifica("D", kChiavePassword, "5ADB"), "0");
 
-    for (const QString& pwd : {QString("segreto"), QString("Con Spazi e l'apostrofo"), QString("")}) {
+    // The euro and the typographic quotes are one byte each in the code page, so they come back.
+    for (const QString& pwd : {QString("segreto"), QString("Con Spazi e l'apostrofo"), QString(""),
+                               QString::fromUtf8("Più di 5€ “netti” – è così")}) {
         for (int seed : {16, 100, 255}) {
             const QString coded = CodificaConSeme(kChiavePassword, pwd, seed);
             EXPECT_EQ(coded.size(), 2 + 2 * pwd.size());
@@ -24,6 +26,11 @@ TEST(Codifica, ScramblesWithASeedAndUnscramblesBack)
             ++decoded;
     }
     EXPECT_GT(decoded, 150);
+
+    // A character the code page lacks comes back as "?", as a typed one is compared.
+    const QString polacco = QString::fromUtf8("Łódź€");
+    EXPECT_EQ(Codifica("D", kChiavePassword, CodificaConSeme(kChiavePassword, polacco, 100)), TestoAnsi(polacco));
+    EXPECT_EQ(TestoAnsi(polacco), QString::fromUtf8("?ód?€"));
 }
 
 TEST(Codifica, SmallSeedsDoNotDecodeAndValuesBelowSixteenGetABlank)

@@ -10,8 +10,9 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
-#include <QPlainTextEdit>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
@@ -104,10 +105,10 @@ TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)
     platform::Casuale copia = platform::Generatore(); // what the window will draw
     Module1::dbSet.Execute("UPDATE Settaggi SET Tip = 1");
     apri("mnu_Tips", "Tip", [&](QWidget* w) {
-        auto* txt = c<QPlainTextEdit>(w, "txt_Tip");
-        EXPECT_EQ(txt->toPlainText(), regole[prefs::ScostamentoConsiglio(copia)]);
+        auto* txt = c<QLineEdit>(w, "txt_Tip");
+        EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
         click(w, "Command1"); // next tip: the next draw
-        EXPECT_EQ(txt->toPlainText(), regole[prefs::ScostamentoConsiglio(copia)]);
+        EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
         EXPECT_EQ(c<QPushButton>(w, "Command1")->text(), "next tip");
         EXPECT_EQ(c<QCheckBox>(w, "chk_Tip")->text(), "Visualizza gli insegnamenti all'avvio");
         click(w, "chk_Tip");
@@ -134,6 +135,12 @@ TEST_F(PrefsTest, AboutScrollsTheCreditsAndSaysWhenThereIsNoSystemInformationToo
         ASSERT_NE(prima, nullptr);
         ASSERT_NE(ultima, nullptr);
         EXPECT_GT(ultima->y(), prima->y()); // one below the other
+        // Each line a role and the person who had it.
+        for (int i = 0; i <= 9; ++i) {
+            const QString riga = w->findChild<QLabel*>(QString("lblCredits(%1)").arg(i))->text();
+            EXPECT_TRUE(QRegularExpression("^(Analisi|Programmazione|Grafica): \\p{Lu}\\p{Ll}+ \\p{Lu}\\p{Ll}+$").match(riga).hasMatch())
+                << riga.toStdString();
+        }
         const int y = prima->y();
         EXPECT_TRUE(QTest::qWaitFor([&]() { return prima->y() < y; }, 5000)); // rising
 
