@@ -64,7 +64,9 @@ QString FailureText(const std::exception_ptr& error)
 
 void ShowFailureReport(const QString& text, const QString& where)
 {
-    QDialog dlg(QApplication::activeWindow());
+    // No parent: the window that was active may be one waiting to be deleted, and it
+    // would take the report with it.
+    QDialog dlg;
     dlg.setObjectName(QStringLiteral("FailureReport"));
     dlg.setWindowTitle(QApplication::applicationName() + QStringLiteral(" - errore"));
     dlg.setModal(true);
