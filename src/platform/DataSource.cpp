@@ -224,6 +224,8 @@ void DataGrid::follow()
         selectionModel()->setCurrentIndex(idx, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         scrollTo(idx);
     } else {
+        // No current cell either: a click on the row that was current must still move the cursor.
+        selectionModel()->clearCurrentIndex();
         selectionModel()->clearSelection();
     }
     syncing_ = false;

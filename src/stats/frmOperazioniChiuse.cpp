@@ -5,8 +5,11 @@
 #include "platform/DataSource.h"
 #include "platform/Forms.h"
 
+#include <QFontMetrics>
 #include <QLabel>
 #include <QMdiSubWindow>
+
+#include <algorithm>
 
 using Module1::dbExe;
 
@@ -16,7 +19,10 @@ const QList<platform::GridColumn> kColonne = {
     {"P.zo di Carico", "PzoCarico"}, {"Quantita'", "Qta"}, {"Prezzo di vendita", "Prezzo"},
     {"Comm", "Commissioni"},    {"Ricavo", "GP"},     {"% ", "GPPercentuale"},
 };
-const int kLarghezzeColonne[] = {80, 60, 58, 126, 88, 66, 108, 60, 80, 50};
+// Each column as wide as its caption or a sample of its usual widest value: the
+// commission, never rounded, shows all fifteen digits.
+const char* const kCampioni[] = {"00/00/0000", "XXXX", "XXXXX",      "XXXXXXX",    "0000,0000",
+                                 "000000",     "0000,0000", "000,000000000000", "-0000,0000", "-00,00"};
 // The grid's width and top, and the band under it that holds the data control's caption (twips).
 constexpr int kGriglia = 10200;
 constexpr int kCima = 60;
@@ -42,8 +48,10 @@ frmOperazioniChiuse::frmOperazioniChiuse()
     Colore();
     Main();
     dbg_OperazioniChiuse_->Bind(dat_OperazioniChiuse_, kColonne);
+    const QFontMetrics fm(dbg_OperazioniChiuse_->font());
     for (int c = 0; c < kColonne.size(); ++c)
-        dbg_OperazioniChiuse_->setColumnWidth(c, kLarghezzeColonne[c]);
+        dbg_OperazioniChiuse_->setColumnWidth(
+            c, std::max(fm.horizontalAdvance(kColonne[c].caption), fm.horizontalAdvance(QLatin1String(kCampioni[c]))) + 10);
     Main();
 }
 

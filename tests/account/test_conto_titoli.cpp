@@ -177,6 +177,11 @@ TEST_F(ContoTitoliTest, ModifyAndDeleteKeepTheGridPositionNotTheRow)
     EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "12345,78");
 
     nuovo("10/01/2003", "Versamento", "1000");
+    // The first movement leaves the grid before its first row: a click on the row takes it.
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 0);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "1000");
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "Versamento");
     nuovo("20/01/2003", "Dividendi", "50", "b");
     nuovo("30/01/2003", "Prelievo", "200", "c");
 

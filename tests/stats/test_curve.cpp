@@ -123,7 +123,7 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
 TEST_F(CurveTest, ClosedOperationsGridCentredAndItsWidthSnapsBack)
 {
     AddTrade(Module1::dbExe, "13/01/2003", "Buy", "T2", "ENI", 3, 10);
-    AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 3, 12.3333);
+    AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 1, 12.3333);
     frame->ControlloMenu();
     apri("Op.Chiuse");
     QWidget* w = finestra("frmOperazioniChiuse");
@@ -136,9 +136,11 @@ TEST_F(CurveTest, ClosedOperationsGridCentredAndItsWidthSnapsBack)
     QStringList riga;
     for (int i = 0; i < grid->model()->columnCount(); ++i)
         riga << grid->Model()->Text(0, i);
-    // 3*12.3333 - 3*10 = 6.9999; (12.3333 - 10) / 10 * 100 = 23.33%; max(0.074, 5) + 5 * 3/3.
-    EXPECT_EQ(riga.join('|'), "17/01/2003|T2|ENI|ENI spa|10|3|12,3333|10|6,9999|23,33");
+    // 12.3333 - 10 = 2.3333; (12.3333 - 10) / 10 * 100 = 23.33%; max(0.0247, 5) + 5 * 1/3, unrounded.
+    EXPECT_EQ(riga.join('|'), "17/01/2003|T2|ENI|ENI spa|10|1|12,3333|6,66666666666667|2,3333|23,33");
     EXPECT_EQ(grid->model()->data(grid->model()->index(0, 8), Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
+    // The commission's fifteen digits show whole, not cut to "6,...".
+    EXPECT_GE(grid->columnWidth(7), grid->fontMetrics().horizontalAdvance(riga[7]) + 8);
 
     // Wider in the normal state: the width snaps back, the height follows.
     auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
