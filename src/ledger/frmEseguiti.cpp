@@ -567,7 +567,6 @@ void frmEseguiti::eseguiEliminazione()
     if (griglia.RecordCount() > 0 && griglia.AbsolutePosition() >= 0) {
         const QString id = griglia.Text(QStringLiteral("ID"));
         rsEseguiti_ = dbExe.OpenRecordset("SELECT ID  FROM Eseguiti WHERE ID=" + id);
-        eseguitiToccato_ = true;
         rsEseguiti_.Delete();
         dPosizioneRiga_ = griglia.AbsolutePosition();
         controlloSequenza();
@@ -596,7 +595,6 @@ void frmEseguiti::eseguiNuovo()
                                      dbc_Errore_->currentText()};
     };
     const bool vuota = rsEseguiti_.RecordCount() == 0;
-    eseguitiToccato_ = true;
     dbExe.Execute(ledger::InsertEseguito(QStringLiteral("Eseguiti"), campi()));
     QString id;
     if (!vuota) {
@@ -621,7 +619,6 @@ void frmEseguiti::eseguiModifica()
                                   dbc_Errore_->currentText()};
     store::Recordset& griglia = dat_Eseguiti_->Recordset();
     const long long id = griglia.Field(QStringLiteral("ID")).toLongLong();
-    eseguitiToccato_ = true;
     // Compared with the first row of the table, whichever row is edited.
     if (c.titolo != rsEseguiti_.Text(QStringLiteral("Titolo")))
         dbExe.Execute("UPDATE Eseguiti SET Titolo='" + c.titolo + "' WHERE Cod ='" + c.codice + "'");
@@ -649,32 +646,22 @@ void frmEseguiti::eseguiModifica()
 
 void frmEseguiti::cmd_Ok_Click()
 {
+    // The change and the replay after it stand or fall together: a refused statement, the
+    // journal's limit of codes or a trade the replay can't take leaves the file as before the click.
+    store::Transaction click(dbExe);
     {
         Guard g(inLogica_);
         rsEseguitiTemp_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM EseguitiTemp "));
         rsEseguiti_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM Eseguiti "));
-        eseguitiToccato_ = false;
-        try {
-            if (modoElimina())
-                eseguiEliminazione();
-            if (txtPzoOttimale_->text().isEmpty())
-                txtPzoOttimale_->setText(txtPrezzo_->text());
-            if (modoNuovo())
-                eseguiNuovo();
-            if (modoModifica())
-                eseguiModifica();
-        } catch (...) {
-            // A statement the engine refused, or the journal's limit of codes: the ledger goes
-            // back to what it was before the click, then the failure is reported.
-            if (eseguitiToccato_) {
-                try {
-                    ledger::RipristinaEseguiti(dbExe);
-                } catch (...) {
-                    // the original failure is the one to report
-                }
-            }
-            throw;
-        }
+        if (modoElimina())
+            eseguiEliminazione();
+        if (txtPzoOttimale_->text().isEmpty())
+            txtPzoOttimale_->setText(txtPrezzo_->text());
+        if (modoNuovo())
+            eseguiNuovo();
+        if (modoModifica())
+            eseguiModifica();
     }
     MDIForm1::Instance()->ControlloMenu();
+    click.Commit();
 }

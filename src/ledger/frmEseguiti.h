@@ -94,5 +94,4 @@ private:
     store::Recordset rsErrori_;
     double dPosizioneRiga_ = 0;
     bool inLogica_ = false;
-    bool eseguitiToccato_ = false; // the click has written to Eseguiti
 };

@@ -445,6 +445,19 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     reopened.Open(dir.filePath("DataExe.qvd"));
     EXPECT_EQ(Rows(reopened, "SELECT ID, Data, Tipo, Cod, Qta, Prezzo, Importo, Errore, PrezzoOttimale FROM Eseguiti"), prima);
 
+    // A first buy whose amount has decimals, 3 x 10.05: the replay writes that amount with its
+    // comma and fails, and the trade goes back with it, or every opening would fail again.
+    frame->ControlloMenu();
+    modo(0);
+    typeCombo("dbc_System", "T2");
+    type("txt_Codice", "TIM");
+    type("txt_Titolo", "Telecom");
+    type("txtQta", "3");
+    type("txtPrezzo", "10,05");
+    EXPECT_THROW(clickOk(), store::DbError);
+    reopened.Open(dir.filePath("DataExe.qvd"));
+    EXPECT_EQ(Rows(reopened, "SELECT ID, Data, Tipo, Cod, Qta, Prezzo, Importo, Errore, PrezzoOttimale FROM Eseguiti"), prima);
+
     // What the engine accepts goes in: a quantity of "00".
     frame->ControlloMenu();
     modo(0);
