@@ -230,6 +230,10 @@ void frmEseguiti::crea()
     connect(cmb_Titolo_, &QComboBox::activated, this, &frmEseguiti::cmb_Titolo_Click);
     connect(dbc_Errore_, &QComboBox::activated, this, &frmEseguiti::dbc_Errore_Click);
     connect(dbg_Eseguiti_, &platform::DataGrid::RowColChange, this, &frmEseguiti::dbg_Eseguiti_RowColChange);
+    connect(dat_Eseguiti_, &platform::DataSource::RowsChanged, this, [this]() {
+        if (!inLogica_)
+            copiaRidotta_ = true;
+    });
     connect(txtPrezzo_, &QLineEdit::textChanged, this, &frmEseguiti::txtPrezzo_Change);
     connect(txtQta_, &QLineEdit::textChanged, this, &frmEseguiti::txtQta_Change);
     connect(txt_Codice_, &QLineEdit::textChanged, this, &frmEseguiti::ControlloConferma);
@@ -250,6 +254,7 @@ void frmEseguiti::Main()
     // The undo record of the next change.
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
+    copiaRidotta_ = false;
     dat_Eseguiti_->SetSource(&dbExe, QStringLiteral("SELECT * FROM EseguitiTemp ORDER BY Data"));
     dat_Errore_->SetSource(&dbSet, QStringLiteral("SELECT Cod FROM Errori"));
     dat_System_->SetSource(&dbSet, QStringLiteral("SELECT Cod FROM System"));
@@ -651,6 +656,11 @@ void frmEseguiti::cmd_Ok_Click()
     store::Transaction click(dbExe);
     {
         Guard g(inLogica_);
+        if (copiaRidotta_) {
+            // The grid's Delete took rows out of the working copy alone; whole again, it is the undo record.
+            dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+            dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
+        }
         rsEseguitiTemp_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM EseguitiTemp "));
         rsEseguiti_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM Eseguiti "));
         if (modoElimina())

@@ -94,4 +94,5 @@ private:
     store::Recordset rsErrori_;
     double dPosizioneRiga_ = 0;
     bool inLogica_ = false;
+    bool copiaRidotta_ = false; // the grid's Delete has taken rows out of EseguitiTemp
 };

@@ -170,8 +170,12 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(chiuse(), QStringList{"ENI|50|13|100|18,18|6,25"});
     EXPECT_EQ(portafoglio(), QStringList{"ENI|150|11|1650|3,75"});
 
-    // A refused oversell: the exclamation box, Eseguiti row for row as before.
+    // A refused oversell: the exclamation box, Eseguiti row for row as before, also when the
+    // grid's Delete had taken a row out of the working copy first.
     const QStringList prima = eseguiti();
+    riga(0);
+    QTest::keyClick(w->Grid(), Qt::Key_Delete);
+    ASSERT_EQ(w->Grid()->model()->rowCount(), 2);
     nuovaVendita("18/01/2003");
     type("txtQta", "999");
     type("txtPrezzo", "9");
@@ -182,6 +186,7 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(eseguiti(), prima);
     EXPECT_TRUE(Module1::sErroreSequenza.isEmpty());
     EXPECT_EQ(edit("txtQta")->text(), ""); // the refresh empties what was typed
+    EXPECT_EQ(w->Grid()->model()->rowCount(), 3);
 
     // Sell the rest.
     nuovaVendita("20/01/2003");
