@@ -29,7 +29,8 @@ bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setNameFilter(kFiltro);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A name typed for a file that isn't there is the command's to answer, not the dialog's.
+    dialog.setFileMode(QFileDialog::AnyFile);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     const QStringList files = dialog.selectedFiles();

@@ -231,9 +231,13 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
     EXPECT_EQ(apriUltimo(), broken);
     EXPECT_THROW(frame->mnu_ApriUltimo_Click(), store::DbError);
 
-    // Open last of a file that went away.
-    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("sparito.qvp") + "'");
+    // Open of a name typed for a file that isn't there, and open last of a file that went away.
     QString message;
+    PressOnModal("OK", &message);
+    open(path("sparito.qvp"));
+    EXPECT_EQ(message, "non esiste");
+    EXPECT_EQ(Module1::sFilePortafoglio, broken);
+    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("sparito.qvp") + "'");
     PressOnModal("OK", &message);
     frame->mnu_ApriUltimo_Click();
     EXPECT_EQ(message, "il file: " + path("sparito.qvp") + "non esiste");
