@@ -42,6 +42,12 @@ bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
     return true;
 }
 
+void MDIForm1::impostaCaption(const QString& caption)
+{
+    caption_ = caption;
+    setWindowTitle(caption);
+}
+
 void MDIForm1::abilitaComandiPortafoglio()
 {
     Button(6)->setEnabled(true);
@@ -50,7 +56,7 @@ void MDIForm1::abilitaComandiPortafoglio()
 
 void MDIForm1::mnu_NuovoPortafoglio_Click()
 {
-    if (windowTitle() == kProdotto + kDocumentoPredefinito) {
+    if (caption_ == kProdotto + kDocumentoPredefinito) {
         const store::Recordset rs = dbExe.OpenRecordset(QStringLiteral("SELECT Cod  FROM Eseguiti"));
         if (rs.RecordCount() > 0
             && MsgBox(QStringLiteral("Salvare le modifiche al file ?"), platform::Buttons::YesNo, platform::Icon::Question,
@@ -60,7 +66,7 @@ void MDIForm1::mnu_NuovoPortafoglio_Click()
     }
     sFilePortafoglio = Module1::FileProgramma(store::kScratchPortfolio);
     dbExe.Open(sFilePortafoglio);
-    setWindowTitle(kProdotto + kDocumentoPredefinito);
+    impostaCaption(kProdotto + kDocumentoPredefinito);
     for (const char* table : {"Portafoglio", "OperazioniChiuse", "Eseguiti", "EseguitiBackup", "EseguitiTemp", "Conto"})
         dbExe.Execute(QStringLiteral("DELETE * FROM ") + QLatin1String(table));
     abilitaComandiPortafoglio();
@@ -82,7 +88,7 @@ void MDIForm1::mnu_Apri_Click()
         dbExe.Open(file);
         abilitaComandiPortafoglio();
         sFilePortafoglio = file;
-        setWindowTitle(kProdotto + title);
+        impostaCaption(kProdotto + title);
         dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + file + "'");
         RicalcolaPortafoglio();
         ControlloMenu();
@@ -107,7 +113,7 @@ void MDIForm1::mnu_ApriUltimo_Click()
     dbExe.Open(path);
     abilitaComandiPortafoglio();
     sFilePortafoglio = path;
-    setWindowTitle(kProdotto + path);
+    impostaCaption(kProdotto + path);
     RicalcolaPortafoglio();
     ControlloMenu();
     MostraFinestra(QStringLiteral("frmEseguiti"));
@@ -130,7 +136,7 @@ void MDIForm1::mnu_Salva_Click()
                 store::Database::CopyFile(sFilePortafoglio, file);
                 dbExe.Open(file);
                 // sFilePortafoglio keeps naming the file before the copy.
-                setWindowTitle(kProdotto + title);
+                impostaCaption(kProdotto + title);
                 dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + file + "'");
             }
         }

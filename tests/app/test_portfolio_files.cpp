@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -148,6 +150,9 @@ TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThe
 TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 {
     frame->mnu_NuovoPortafoglio_Click();
+    // A maximised child adds its name to the title shown, not to the caption the command tests.
+    frame->Area()->subWindowList().value(0)->showMaximized();
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1 - [Eseguiti]");
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     QString question;
     PressOnModal("No", &question);
