@@ -18,6 +18,15 @@ namespace {
 const QString kProdotto = QStringLiteral("Quorvel - ");
 const QString kDocumentoPredefinito = QStringLiteral("Quorvel1");
 const QString kFiltro = QStringLiteral("*.qvp (*.qvp)");
+
+// Saving onto itself is no copy, also when another path leads to the same file.
+bool stessoFile(const QString& a, const QString& b)
+{
+    if (a == b)
+        return true;
+    const QString canonica = QFileInfo(a).canonicalFilePath();
+    return !canonica.isEmpty() && canonica == QFileInfo(b).canonicalFilePath();
+}
 } // namespace
 
 bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
@@ -131,7 +140,7 @@ void MDIForm1::mnu_Salva_Click()
                           platform::Icon::Information, this)
                     == platform::Answer::No)
                 return;
-            if (file != sFilePortafoglio) {
+            if (!stessoFile(file, sFilePortafoglio)) {
                 dbExe.Close();
                 store::Database::CopyFile(sFilePortafoglio, file);
                 dbExe.Open(file);

@@ -190,6 +190,12 @@ TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
     saveAs(path("DataExe.qvd"));
     EXPECT_EQ(question, "Il file " + path("DataExe.qvd") + "  esiste già!\nsostituire il file?");
     EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
+    // The same file reached through another path is itself too: nothing is copied, nothing removed.
+    ASSERT_TRUE(QFile::link(dir.path(), path("collegamento")));
+    PressOnModal("Sì");
+    saveAs(path("collegamento/DataExe.qvd"));
+    EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{"ENI"});
+    EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
 
     // No to the overwrite question ends the command.
     PressOnModal("No");
