@@ -132,7 +132,7 @@ MDIForm1* MDIForm1::Instance() { return platform::Form<MDIForm1>(); }
 MDIForm1::MDIForm1()
 {
     setObjectName(QStringLiteral("MDIForm1"));
-    setWindowTitle(QStringLiteral("Quorvel"));
+    impostaCaption(QStringLiteral("Quorvel"));
     mdiArea_ = new QMdiArea(this);
     mdiArea_->setObjectName(QStringLiteral("MDIClient"));
     mdiArea_->setBackground(QColor(0x5b, 0x6e, 0x82));

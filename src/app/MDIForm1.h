@@ -82,6 +82,7 @@ private:
     void abilitaPulsanti(std::initializer_list<int> buttons, bool on);
     void scarica(std::initializer_list<const char*> windows);
     void abilitaComandiPortafoglio();
+    void impostaCaption(const QString& caption);
     // The file dialog of both file commands; empty when cancelled.
     bool chiediFile(bool save, QString* fileName, QString* fileTitle);
 
@@ -98,4 +99,6 @@ private:
     QTimer* orologio_ = nullptr;
     QVector<QAction*> buttons_; // index 0 unused
     store::Recordset rsSettaggi_;
+    // The frame's own caption; the title shown gains " - [child]" while a child is maximised.
+    QString caption_;
 };

@@ -18,6 +18,15 @@ namespace {
 const QString kProdotto = QStringLiteral("Quorvel - ");
 const QString kDocumentoPredefinito = QStringLiteral("Quorvel1");
 const QString kFiltro = QStringLiteral("*.qvp (*.qvp)");
+
+// Saving onto itself is no copy, also when another path leads to the same file.
+bool stessoFile(const QString& a, const QString& b)
+{
+    if (a == b)
+        return true;
+    const QString canonica = QFileInfo(a).canonicalFilePath();
+    return !canonica.isEmpty() && canonica == QFileInfo(b).canonicalFilePath();
+}
 } // namespace
 
 bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
@@ -29,7 +38,8 @@ bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setNameFilter(kFiltro);
     dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A name typed for a file that isn't there is the command's to answer, not the dialog's.
+    dialog.setFileMode(QFileDialog::AnyFile);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     const QStringList files = dialog.selectedFiles();
@@ -41,6 +51,12 @@ bool MDIForm1::chiediFile(bool save, QString* fileName, QString* fileTitle)
     return true;
 }
 
+void MDIForm1::impostaCaption(const QString& caption)
+{
+    caption_ = caption;
+    setWindowTitle(caption);
+}
+
 void MDIForm1::abilitaComandiPortafoglio()
 {
     Button(6)->setEnabled(true);
@@ -49,7 +65,7 @@ void MDIForm1::abilitaComandiPortafoglio()
 
 void MDIForm1::mnu_NuovoPortafoglio_Click()
 {
-    if (windowTitle() == kProdotto + kDocumentoPredefinito) {
+    if (caption_ == kProdotto + kDocumentoPredefinito) {
         const store::Recordset rs = dbExe.OpenRecordset(QStringLiteral("SELECT Cod  FROM Eseguiti"));
         if (rs.RecordCount() > 0
             && MsgBox(QStringLiteral("Salvare le modifiche al file ?"), platform::Buttons::YesNo, platform::Icon::Question,
@@ -59,7 +75,7 @@ void MDIForm1::mnu_NuovoPortafoglio_Click()
     }
     sFilePortafoglio = Module1::FileProgramma(store::kScratchPortfolio);
     dbExe.Open(sFilePortafoglio);
-    setWindowTitle(kProdotto + kDocumentoPredefinito);
+    impostaCaption(kProdotto + kDocumentoPredefinito);
     for (const char* table : {"Portafoglio", "OperazioniChiuse", "Eseguiti", "EseguitiBackup", "EseguitiTemp", "Conto"})
         dbExe.Execute(QStringLiteral("DELETE * FROM ") + QLatin1String(table));
     abilitaComandiPortafoglio();
@@ -81,7 +97,7 @@ void MDIForm1::mnu_Apri_Click()
         dbExe.Open(file);
         abilitaComandiPortafoglio();
         sFilePortafoglio = file;
-        setWindowTitle(kProdotto + title);
+        impostaCaption(kProdotto + title);
         dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + file + "'");
         RicalcolaPortafoglio();
         ControlloMenu();
@@ -106,7 +122,7 @@ void MDIForm1::mnu_ApriUltimo_Click()
     dbExe.Open(path);
     abilitaComandiPortafoglio();
     sFilePortafoglio = path;
-    setWindowTitle(kProdotto + path);
+    impostaCaption(kProdotto + path);
     RicalcolaPortafoglio();
     ControlloMenu();
     MostraFinestra(QStringLiteral("frmEseguiti"));
@@ -124,12 +140,12 @@ void MDIForm1::mnu_Salva_Click()
                           platform::Icon::Information, this)
                     == platform::Answer::No)
                 return;
-            if (file != sFilePortafoglio) {
+            if (!stessoFile(file, sFilePortafoglio)) {
                 dbExe.Close();
                 store::Database::CopyFile(sFilePortafoglio, file);
                 dbExe.Open(file);
                 // sFilePortafoglio keeps naming the file before the copy.
-                setWindowTitle(kProdotto + title);
+                impostaCaption(kProdotto + title);
                 dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + file + "'");
             }
         }

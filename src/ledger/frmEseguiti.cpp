@@ -230,6 +230,10 @@ void frmEseguiti::crea()
     connect(cmb_Titolo_, &QComboBox::activated, this, &frmEseguiti::cmb_Titolo_Click);
     connect(dbc_Errore_, &QComboBox::activated, this, &frmEseguiti::dbc_Errore_Click);
     connect(dbg_Eseguiti_, &platform::DataGrid::RowColChange, this, &frmEseguiti::dbg_Eseguiti_RowColChange);
+    connect(dat_Eseguiti_, &platform::DataSource::RowsChanged, this, [this]() {
+        if (!inLogica_)
+            copiaRidotta_ = true;
+    });
     connect(txtPrezzo_, &QLineEdit::textChanged, this, &frmEseguiti::txtPrezzo_Change);
     connect(txtQta_, &QLineEdit::textChanged, this, &frmEseguiti::txtQta_Change);
     connect(txt_Codice_, &QLineEdit::textChanged, this, &frmEseguiti::ControlloConferma);
@@ -250,6 +254,7 @@ void frmEseguiti::Main()
     // The undo record of the next change.
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
+    copiaRidotta_ = false;
     dat_Eseguiti_->SetSource(&dbExe, QStringLiteral("SELECT * FROM EseguitiTemp ORDER BY Data"));
     dat_Errore_->SetSource(&dbSet, QStringLiteral("SELECT Cod FROM Errori"));
     dat_System_->SetSource(&dbSet, QStringLiteral("SELECT Cod FROM System"));
@@ -567,7 +572,6 @@ void frmEseguiti::eseguiEliminazione()
     if (griglia.RecordCount() > 0 && griglia.AbsolutePosition() >= 0) {
         const QString id = griglia.Text(QStringLiteral("ID"));
         rsEseguiti_ = dbExe.OpenRecordset("SELECT ID  FROM Eseguiti WHERE ID=" + id);
-        eseguitiToccato_ = true;
         rsEseguiti_.Delete();
         dPosizioneRiga_ = griglia.AbsolutePosition();
         controlloSequenza();
@@ -596,7 +600,6 @@ void frmEseguiti::eseguiNuovo()
                                      dbc_Errore_->currentText()};
     };
     const bool vuota = rsEseguiti_.RecordCount() == 0;
-    eseguitiToccato_ = true;
     dbExe.Execute(ledger::InsertEseguito(QStringLiteral("Eseguiti"), campi()));
     QString id;
     if (!vuota) {
@@ -621,7 +624,6 @@ void frmEseguiti::eseguiModifica()
                                   dbc_Errore_->currentText()};
     store::Recordset& griglia = dat_Eseguiti_->Recordset();
     const long long id = griglia.Field(QStringLiteral("ID")).toLongLong();
-    eseguitiToccato_ = true;
     // Compared with the first row of the table, whichever row is edited.
     if (c.titolo != rsEseguiti_.Text(QStringLiteral("Titolo")))
         dbExe.Execute("UPDATE Eseguiti SET Titolo='" + c.titolo + "' WHERE Cod ='" + c.codice + "'");
@@ -649,32 +651,27 @@ void frmEseguiti::eseguiModifica()
 
 void frmEseguiti::cmd_Ok_Click()
 {
+    // The change and the replay after it stand or fall together: a refused statement, the
+    // journal's limit of codes or a trade the replay can't take leaves the file as before the click.
+    store::Transaction click(dbExe);
     {
         Guard g(inLogica_);
+        if (copiaRidotta_) {
+            // The grid's Delete took rows out of the working copy alone; whole again, it is the undo record.
+            dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+            dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
+        }
         rsEseguitiTemp_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM EseguitiTemp "));
         rsEseguiti_ = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM Eseguiti "));
-        eseguitiToccato_ = false;
-        try {
-            if (modoElimina())
-                eseguiEliminazione();
-            if (txtPzoOttimale_->text().isEmpty())
-                txtPzoOttimale_->setText(txtPrezzo_->text());
-            if (modoNuovo())
-                eseguiNuovo();
-            if (modoModifica())
-                eseguiModifica();
-        } catch (...) {
-            // A statement the engine refused, or the journal's limit of codes: the ledger goes
-            // back to what it was before the click, then the failure is reported.
-            if (eseguitiToccato_) {
-                try {
-                    ledger::RipristinaEseguiti(dbExe);
-                } catch (...) {
-                    // the original failure is the one to report
-                }
-            }
-            throw;
-        }
+        if (modoElimina())
+            eseguiEliminazione();
+        if (txtPzoOttimale_->text().isEmpty())
+            txtPzoOttimale_->setText(txtPrezzo_->text());
+        if (modoNuovo())
+            eseguiNuovo();
+        if (modoModifica())
+            eseguiModifica();
     }
     MDIForm1::Instance()->ControlloMenu();
+    click.Commit();
 }

@@ -94,5 +94,5 @@ private:
     store::Recordset rsErrori_;
     double dPosizioneRiga_ = 0;
     bool inLogica_ = false;
-    bool eseguitiToccato_ = false; // the click has written to Eseguiti
+    bool copiaRidotta_ = false; // the grid's Delete has taken rows out of EseguitiTemp
 };

@@ -391,6 +391,10 @@ void Database::Create(const QString& path, const QString& script)
 
 void Database::CopyFile(const QString& from, const QString& to)
 {
+    // Over itself the copy would remove the file before reading it.
+    const QString source = QFileInfo(from).canonicalFilePath();
+    if (!source.isEmpty() && source == QFileInfo(to).canonicalFilePath())
+        throw DbError(QStringLiteral("Impossibile copiare un file su se stesso"), from + QStringLiteral(" -> ") + to);
     // A stale log beside the target would be replayed into the copy.
     QFile::remove(to + QStringLiteral("-wal"));
     QFile::remove(to + QStringLiteral("-shm"));

@@ -10,6 +10,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -148,6 +150,9 @@ TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThe
 TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 {
     frame->mnu_NuovoPortafoglio_Click();
+    // A maximised child adds its name to the title shown, not to the caption the command tests.
+    frame->Area()->subWindowList().value(0)->showMaximized();
+    EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1 - [Eseguiti]");
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     QString question;
     PressOnModal("No", &question);
@@ -184,6 +189,12 @@ TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
     PressOnModal("Sì", &question);
     saveAs(path("DataExe.qvd"));
     EXPECT_EQ(question, "Il file " + path("DataExe.qvd") + "  esiste già!\nsostituire il file?");
+    EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
+    // The same file reached through another path is itself too: nothing is copied, nothing removed.
+    ASSERT_TRUE(QFile::link(dir.path(), path("collegamento")));
+    PressOnModal("Sì");
+    saveAs(path("collegamento/DataExe.qvd"));
+    EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{"ENI"});
     EXPECT_EQ(dbExe.Path(), path("secondo.qvp"));
 
     // No to the overwrite question ends the command.
@@ -231,9 +242,13 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
     EXPECT_EQ(apriUltimo(), broken);
     EXPECT_THROW(frame->mnu_ApriUltimo_Click(), store::DbError);
 
-    // Open last of a file that went away.
-    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("sparito.qvp") + "'");
+    // Open of a name typed for a file that isn't there, and open last of a file that went away.
     QString message;
+    PressOnModal("OK", &message);
+    open(path("sparito.qvp"));
+    EXPECT_EQ(message, "non esiste");
+    EXPECT_EQ(Module1::sFilePortafoglio, broken);
+    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("sparito.qvp") + "'");
     PressOnModal("OK", &message);
     frame->mnu_ApriUltimo_Click();
     EXPECT_EQ(message, "il file: " + path("sparito.qvp") + "non esiste");

@@ -170,8 +170,12 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(chiuse(), QStringList{"ENI|50|13|100|18,18|6,25"});
     EXPECT_EQ(portafoglio(), QStringList{"ENI|150|11|1650|3,75"});
 
-    // A refused oversell: the exclamation box, Eseguiti row for row as before.
+    // A refused oversell: the exclamation box, Eseguiti row for row as before, also when the
+    // grid's Delete had taken a row out of the working copy first.
     const QStringList prima = eseguiti();
+    riga(0);
+    QTest::keyClick(w->Grid(), Qt::Key_Delete);
+    ASSERT_EQ(w->Grid()->model()->rowCount(), 2);
     nuovaVendita("18/01/2003");
     type("txtQta", "999");
     type("txtPrezzo", "9");
@@ -182,6 +186,7 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(eseguiti(), prima);
     EXPECT_TRUE(Module1::sErroreSequenza.isEmpty());
     EXPECT_EQ(edit("txtQta")->text(), ""); // the refresh empties what was typed
+    EXPECT_EQ(w->Grid()->model()->rowCount(), 3);
 
     // Sell the rest.
     nuovaVendita("20/01/2003");
@@ -442,6 +447,19 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     incolla("txt_Titolo", "Ente d'Italia");
     EXPECT_THROW(clickOk(), store::DbError);
     store::Database reopened;
+    reopened.Open(dir.filePath("DataExe.qvd"));
+    EXPECT_EQ(Rows(reopened, "SELECT ID, Data, Tipo, Cod, Qta, Prezzo, Importo, Errore, PrezzoOttimale FROM Eseguiti"), prima);
+
+    // A first buy whose amount has decimals, 3 x 10.05: the replay writes that amount with its
+    // comma and fails, and the trade goes back with it, or every opening would fail again.
+    frame->ControlloMenu();
+    modo(0);
+    typeCombo("dbc_System", "T2");
+    type("txt_Codice", "TIM");
+    type("txt_Titolo", "Telecom");
+    type("txtQta", "3");
+    type("txtPrezzo", "10,05");
+    EXPECT_THROW(clickOk(), store::DbError);
     reopened.Open(dir.filePath("DataExe.qvd"));
     EXPECT_EQ(Rows(reopened, "SELECT ID, Data, Tipo, Cod, Qta, Prezzo, Importo, Errore, PrezzoOttimale FROM Eseguiti"), prima);
 

@@ -3,6 +3,7 @@
 #include "support/Fixture.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
@@ -181,4 +182,11 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     store::Database copy;
     copy.Open(to);
     EXPECT_EQ(Rows(copy, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+
+    // Over itself, by whatever path, it is refused before anything is removed.
+    ASSERT_TRUE(QFile::link(folder.Path(), folder.File("collegamento")));
+    EXPECT_THROW(store::Database::CopyFile(from, folder.File("collegamento/") + QFileInfo(from).fileName()), store::DbError);
+    store::Database still;
+    still.Open(from);
+    EXPECT_EQ(Rows(still, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
 }
