@@ -8,6 +8,7 @@
 #include "store/Delivered.h"
 
 #include <QDate>
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -26,6 +27,12 @@ struct Journal {
     Journal()
     {
         store::InstallDelivered(dir.path());
+        {
+            // Straight to the frame: no tips or welcome window waiting for an answer.
+            store::Database settings;
+            settings.Open(QDir(dir.path()).filePath(store::kSettingsFile));
+            settings.Execute(QStringLiteral("UPDATE Settaggi SET Tip = 0, Benvenuto = 0"));
+        }
         Module1::Main(dir.path());
         frame = MDIForm1::Instance();
         frame->Form_Activate();
