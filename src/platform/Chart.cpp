@@ -9,7 +9,7 @@
 #include <QBarSet>
 #include <QChart>
 #include <QChartView>
-#include <QGraphicsDropShadowEffect>
+#include <QGraphicsRectItem>
 #include <QLegendMarker>
 #include <QLineSeries>
 #include <QPieSeries>
@@ -52,6 +52,16 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     setMinimumSize(120, 90);
+    // The drawn depth of the 3D types: the plot stands out of the page and casts a shadow
+    // up and to the right. An item of the chart, not a graphics effect: an effect keeps
+    // painting the axes where they stood before a resize.
+    depth_ = new QGraphicsRectItem(view_->chart());
+    depth_->setPen(Qt::NoPen);
+    depth_->setBrush(QColor(0, 0, 0, 70));
+    depth_->setZValue(-0.5); // above the chart's background, below its plot area
+    depth_->hide();
+    connect(view_->chart(), &QChart::plotAreaChanged, this,
+            [this](const QRectF& plot) { depth_->setRect(plot.translated(7, -7)); });
     redraw();
 }
 
@@ -223,7 +233,6 @@ void Chart::redraw()
     pending_ = false;
     // One chart for the widget's life: emptied and filled again, never replaced under the view.
     QChart* chart = view_->chart();
-    chart->setGraphicsEffect(nullptr);
     chart->removeAllSeries();
     for (QAbstractAxis* axis : chart->axes())
         chart->removeAxis(axis), delete axis;
@@ -354,14 +363,9 @@ void Chart::redraw()
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();
     }
-    if (depth) {
-        // The drawn depth: the plot casts a shadow up and to the right, as if it stood out of the page.
-        auto* shadow = new QGraphicsDropShadowEffect;
-        shadow->setOffset(7, -7);
-        shadow->setBlurRadius(2);
-        shadow->setColor(QColor(0, 0, 0, 110));
-        chart->setGraphicsEffect(shadow);
-    }
+    chart->setPlotAreaBackgroundVisible(depth);
+    chart->setPlotAreaBackgroundBrush(Qt::white);
+    depth_->setVisible(depth);
     chart->legend()->setVisible(legend_ && (columns_ > 0 && type_ != XY2D ? true : columns_ > 2));
     fitRowLabels();
 }
