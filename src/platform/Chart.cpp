@@ -12,6 +12,7 @@
 #include <QGraphicsRectItem>
 #include <QLegendMarker>
 #include <QLineSeries>
+#include <QLocale>
 #include <QPieSeries>
 #include <QScatterSeries>
 #include <QVBoxLayout>
@@ -62,6 +63,11 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
     depth_->hide();
     connect(view_->chart(), &QChart::plotAreaChanged, this,
             [this](const QRectF& plot) { depth_->setRect(plot.translated(7, -7)); });
+    // Axis figures in Italian, as every number of the program: decimal comma, no grouping.
+    QLocale italiano(QLocale::Italian, QLocale::Italy);
+    italiano.setNumberOptions(QLocale::OmitGroupSeparator);
+    view_->chart()->setLocale(italiano);
+    view_->chart()->setLocalizeNumbers(true);
     redraw();
 }
 
@@ -272,6 +278,10 @@ void Chart::redraw()
         // Columns in pairs: x, then y.
         auto* axisX = new QValueAxis;
         auto* axisY = new QValueAxis;
+        for (QValueAxis* axis : {axisX, axisY}) {
+            axis->setLabelsFont(small);
+            axis->setLabelFormat(QStringLiteral("%.10g"));
+        }
         chart->addAxis(axisX, Qt::AlignBottom);
         chart->addAxis(axisY, Qt::AlignLeft);
         double xlo = 0, xhi = 1;
@@ -294,6 +304,7 @@ void Chart::redraw()
             line->attachAxis(axisY);
         }
         axisX->setRange(xlo, xhi);
+        axisX->applyNiceNumbers();
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();
     } else {

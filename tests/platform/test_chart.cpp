@@ -5,6 +5,8 @@
 
 #include <QChart>
 #include <QCoreApplication>
+#include <QGraphicsScene>
+#include <QGraphicsTextItem>
 #include <QRadioButton>
 #include <QTest>
 
@@ -54,6 +56,18 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
     EXPECT_TRUE(c.ChartItem()->isPlotAreaBackgroundVisible());
     c.SetChartType(Chart::Bar2D);
     EXPECT_FALSE(c.ChartItem()->isPlotAreaBackgroundVisible());
+
+    // Axis figures in Italian: x from -0.5 to 1.5 takes ticks at halves.
+    c.ChartData(QVector<QVector<QVariant>>{{-0.5, 20}, {1.5, 33.33}});
+    c.SetChartType(Chart::XY2D);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the axes replaced
+    QStringList figure;
+    for (QGraphicsItem* item : c.ChartItem()->scene()->items())
+        if (auto* text = qgraphicsitem_cast<QGraphicsTextItem*>(item))
+            figure << text->toPlainText();
+    EXPECT_TRUE(figure.contains("-0,5")) << figure.join(' ').toStdString();
+    EXPECT_FALSE(figure.join(' ').contains('.')) << figure.join(' ').toStdString();
 }
 
 TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
