@@ -350,8 +350,13 @@ void Chart::redraw()
                     }
                 }
                 if (area) {
-                    auto* a = new QAreaSeries(line);
-                    line->setParent(a); // the area doesn't own its boundary
+                    // Filled between the values and 0, so that a loss reads below the line.
+                    auto* zero = new QLineSeries;
+                    for (const QPointF& p : line->points())
+                        zero->append(p.x(), 0);
+                    auto* a = new QAreaSeries(line, zero);
+                    line->setParent(a); // the area doesn't own its boundaries
+                    zero->setParent(a);
                     a->setName(label(c));
                     QColor fill = colorOf(c);
                     fill.setAlpha(depth ? 255 : 170);

@@ -3,7 +3,9 @@
 #include "platform/ChartStyle.h"
 #include "platform/Failure.h"
 
+#include <QAreaSeries>
 #include <QChart>
+#include <QLineSeries>
 #include <QCoreApplication>
 #include <QGraphicsScene>
 #include <QGraphicsTextItem>
@@ -51,6 +53,17 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
         EXPECT_FALSE(c.ChartItem()->series().isEmpty()) << type;
         EXPECT_EQ(c.DataAt(1, 2), "2");
     }
+    // An area lies between the values and 0, a loss below it.
+    c.SetRow(3);
+    c.SetColumn(1);
+    c.SetData("-5");
+    c.SetChartType(Chart::Area2D);
+    auto* area = qobject_cast<QAreaSeries*>(c.ChartItem()->series().value(0));
+    ASSERT_NE(area, nullptr);
+    ASSERT_NE(area->lowerSeries(), nullptr);
+    EXPECT_EQ(area->lowerSeries()->points().value(2), QPointF(2, 0));
+    EXPECT_EQ(area->upperSeries()->points().value(2), QPointF(2, -5));
+
     // The 3D types stand out of the page, the 2D ones lie flat.
     c.SetChartType(Chart::Bar3D);
     EXPECT_TRUE(c.ChartItem()->isPlotAreaBackgroundVisible());
