@@ -134,7 +134,7 @@ TEST(Strum, NeedlesEndWhereTheScaleSays)
     scala.kind = strum::Kind::Bottom;
     scala.step = 500;
     scala.labelEvery = 1;
-    scala.label = [](int v) { return QString::number(v / 10) + '%'; };
+    scala.label = [](int v) -> QString { return QString::number(v / 10) + '%'; };
     const QImage faccia = strum::Quadrante(scala, QSize(112, 112));
     for (int x = 107; x < 111; ++x)
         for (int y = 8; y < 104; ++y)
