@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <algorithm>
+
 namespace strum {
 
 namespace {
@@ -47,8 +49,15 @@ QImage Quadrante(const Scala& s, QSize size)
         p.setPen(QPen(s.ink, grande ? 1.6 : 1));
         p.drawLine(lungo(s, v, size, grande ? 0.8 : 0.86), lungo(s, v, size, 0.99));
         if (grande && s.label) {
+            // Centred under its mark, but kept inside the face: the last mark of a
+            // quarter dial stands near the edge.
+            const QString testo = s.label(v);
             const QPointF c = lungo(s, v, size, 0.62);
-            p.drawText(QRectF(c.x() - 22, c.y() - 8, 44, 16), Qt::AlignCenter, s.label(v));
+            const qreal w = p.fontMetrics().horizontalAdvance(testo) + 2;
+            QRectF box(c.x() - w / 2, c.y() - 8, w, 16);
+            box.moveRight(std::min(box.right(), size.width() - 6.0));
+            box.moveLeft(std::max(box.left(), 6.0));
+            p.drawText(box, Qt::AlignCenter, testo);
         }
     }
     // The hub of the needle.

@@ -9,9 +9,10 @@
 #include <QBarSet>
 #include <QChart>
 #include <QChartView>
-#include <QGraphicsDropShadowEffect>
+#include <QGraphicsRectItem>
 #include <QLegendMarker>
 #include <QLineSeries>
+#include <QLocale>
 #include <QPieSeries>
 #include <QScatterSeries>
 #include <QVBoxLayout>
@@ -52,6 +53,21 @@ Chart::Chart(QWidget* parent) : QWidget(parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);
     setMinimumSize(120, 90);
+    // The drawn depth of the 3D types: the plot stands out of the page and casts a shadow
+    // up and to the right. An item of the chart, not a graphics effect: an effect keeps
+    // painting the axes where they stood before a resize.
+    depth_ = new QGraphicsRectItem(view_->chart());
+    depth_->setPen(Qt::NoPen);
+    depth_->setBrush(QColor(0, 0, 0, 70));
+    depth_->setZValue(-0.5); // above the chart's background, below its plot area
+    depth_->hide();
+    connect(view_->chart(), &QChart::plotAreaChanged, this,
+            [this](const QRectF& plot) { depth_->setRect(plot.translated(7, -7)); });
+    // Axis figures in Italian, as every number of the program: decimal comma, no grouping.
+    QLocale italiano(QLocale::Italian, QLocale::Italy);
+    italiano.setNumberOptions(QLocale::OmitGroupSeparator);
+    view_->chart()->setLocale(italiano);
+    view_->chart()->setLocalizeNumbers(true);
     redraw();
 }
 
@@ -223,7 +239,6 @@ void Chart::redraw()
     pending_ = false;
     // One chart for the widget's life: emptied and filled again, never replaced under the view.
     QChart* chart = view_->chart();
-    chart->setGraphicsEffect(nullptr);
     chart->removeAllSeries();
     for (QAbstractAxis* axis : chart->axes())
         chart->removeAxis(axis), delete axis;
@@ -263,6 +278,10 @@ void Chart::redraw()
         // Columns in pairs: x, then y.
         auto* axisX = new QValueAxis;
         auto* axisY = new QValueAxis;
+        for (QValueAxis* axis : {axisX, axisY}) {
+            axis->setLabelsFont(small);
+            axis->setLabelFormat(QStringLiteral("%.10g"));
+        }
         chart->addAxis(axisX, Qt::AlignBottom);
         chart->addAxis(axisY, Qt::AlignLeft);
         double xlo = 0, xhi = 1;
@@ -285,6 +304,7 @@ void Chart::redraw()
             line->attachAxis(axisY);
         }
         axisX->setRange(xlo, xhi);
+        axisX->applyNiceNumbers();
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();
     } else {
@@ -330,8 +350,13 @@ void Chart::redraw()
                     }
                 }
                 if (area) {
-                    auto* a = new QAreaSeries(line);
-                    line->setParent(a); // the area doesn't own its boundary
+                    // Filled between the values and 0, so that a loss reads below the line.
+                    auto* zero = new QLineSeries;
+                    for (const QPointF& p : line->points())
+                        zero->append(p.x(), 0);
+                    auto* a = new QAreaSeries(line, zero);
+                    line->setParent(a); // the area doesn't own its boundaries
+                    zero->setParent(a);
                     a->setName(label(c));
                     QColor fill = colorOf(c);
                     fill.setAlpha(depth ? 255 : 170);
@@ -354,14 +379,9 @@ void Chart::redraw()
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();
     }
-    if (depth) {
-        // The drawn depth: the plot casts a shadow up and to the right, as if it stood out of the page.
-        auto* shadow = new QGraphicsDropShadowEffect;
-        shadow->setOffset(7, -7);
-        shadow->setBlurRadius(2);
-        shadow->setColor(QColor(0, 0, 0, 110));
-        chart->setGraphicsEffect(shadow);
-    }
+    chart->setPlotAreaBackgroundVisible(depth);
+    chart->setPlotAreaBackgroundBrush(Qt::white);
+    depth_->setVisible(depth);
     chart->legend()->setVisible(legend_ && (columns_ > 0 && type_ != XY2D ? true : columns_ > 2));
     fitRowLabels();
 }

@@ -10,6 +10,7 @@
 
 class QChartView;
 class QChart;
+class QGraphicsRectItem;
 
 namespace platform {
 
@@ -77,6 +78,7 @@ private:
     QColor colorOf(int series) const;
 
     QChartView* view_;
+    QGraphicsRectItem* depth_;
     QVector<QVector<QString>> data_;
     QStringList rowLabels_;
     QStringList columnLabels_;

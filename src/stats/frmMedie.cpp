@@ -59,7 +59,7 @@ QImage quadranteFortuna()
     strum::Scala s;
     s.kind = strum::Kind::Bottom;
     s.step = 125;
-    s.labelEvery = 2;
+    s.labelEvery = 4; // 0, 50 and 100%: more crowd the small quarter
     s.label = [](int v) -> QString { return QString::number(v / 10.0) + '%'; };
     s.bands = {{300, QColor(92, 178, 98)}, {600, QColor(236, 190, 70)}, {1000, QColor(226, 98, 88)}};
     return strum::Quadrante(s, kQuadrante);

@@ -1,5 +1,6 @@
 // The displays where geometry is the behaviour: pixels at chosen points of the segment table.
 #include "instruments/LcdGeometry.h"
+#include "instruments/Quadrante.h"
 #include "instruments/mcLCD.h"
 #include "platform/PictureSurface.h"
 
@@ -126,6 +127,18 @@ TEST(Strum, NeedlesEndWhereTheScaleSays)
     EXPECT_EQ(obc.p1(), QPointF(50, 75 - 7));
     EXPECT_NEAR(obc.x2(), 50.5 - 60 * std::cos(90 * d2r), 1e-9); // r = round(75 - 15) = 60
     EXPECT_NEAR(obc.y2(), 75 - 7.5 - 60 * std::sin(90 * d2r), 1e-9);
+
+    // The printed face keeps its labels clear of its border: the last one of a quarter
+    // dial stands near the right edge, where nothing but the border may be.
+    strum::Scala scala;
+    scala.kind = strum::Kind::Bottom;
+    scala.step = 500;
+    scala.labelEvery = 1;
+    scala.label = [](int v) -> QString { return QString::number(v / 10) + '%'; };
+    const QImage faccia = strum::Quadrante(scala, QSize(112, 112));
+    for (int x = 107; x < 111; ++x)
+        for (int y = 8; y < 104; ++y)
+            EXPECT_EQ(faccia.pixelColor(x, y).alpha(), 0) << x << ", " << y;
 
     // On a surface: cleared, one line in the fore colour, the value as its name.
     platform::PictureSurface s(100, 100);

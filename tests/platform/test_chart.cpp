@@ -3,9 +3,14 @@
 #include "platform/ChartStyle.h"
 #include "platform/Failure.h"
 
+#include <QAreaSeries>
 #include <QChart>
+#include <QLineSeries>
 #include <QCoreApplication>
+#include <QGraphicsScene>
+#include <QGraphicsTextItem>
 #include <QRadioButton>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -48,11 +53,34 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
         EXPECT_FALSE(c.ChartItem()->series().isEmpty()) << type;
         EXPECT_EQ(c.DataAt(1, 2), "2");
     }
-    // The 3D types carry their drawn depth, the 2D ones none.
+    // An area lies between the values and 0, a loss below it.
+    c.SetRow(3);
+    c.SetColumn(1);
+    c.SetData("-5");
+    c.SetChartType(Chart::Area2D);
+    auto* area = qobject_cast<QAreaSeries*>(c.ChartItem()->series().value(0));
+    ASSERT_NE(area, nullptr);
+    ASSERT_NE(area->lowerSeries(), nullptr);
+    EXPECT_EQ(area->lowerSeries()->points().value(2), QPointF(2, 0));
+    EXPECT_EQ(area->upperSeries()->points().value(2), QPointF(2, -5));
+
+    // The 3D types stand out of the page, the 2D ones lie flat.
     c.SetChartType(Chart::Bar3D);
-    EXPECT_NE(c.ChartItem()->graphicsEffect(), nullptr);
+    EXPECT_TRUE(c.ChartItem()->isPlotAreaBackgroundVisible());
     c.SetChartType(Chart::Bar2D);
-    EXPECT_EQ(c.ChartItem()->graphicsEffect(), nullptr);
+    EXPECT_FALSE(c.ChartItem()->isPlotAreaBackgroundVisible());
+
+    // Axis figures in Italian: x from -0.5 to 1.5 takes ticks at halves.
+    c.ChartData(QVector<QVector<QVariant>>{{-0.5, 20}, {1.5, 33.33}});
+    c.SetChartType(Chart::XY2D);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the axes replaced
+    QStringList figure;
+    for (QGraphicsItem* item : c.ChartItem()->scene()->items())
+        if (auto* text = qgraphicsitem_cast<QGraphicsTextItem*>(item))
+            figure << text->toPlainText();
+    EXPECT_TRUE(figure.contains("-0,5")) << figure.join(' ').toStdString();
+    EXPECT_FALSE(figure.join(' ').contains('.')) << figure.join(' ').toStdString();
 }
 
 TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
@@ -65,10 +93,10 @@ TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
     a.ChartData(QVector<QVariant>{1, 2});
     platform::ChartStyleSwitch sw({"Torta", "Barre", "Barre 3D"}, {&a, &b});
     EXPECT_EQ(sw.objectName(), "frm_Grafici");
-    sw.Button(0)->click();
+    QTest::mouseClick(sw.Button(0), Qt::LeftButton);
     EXPECT_EQ(a.ChartType(), 14);
     EXPECT_EQ(b.ChartType(), 14);
-    sw.Button(2)->click();
+    QTest::mouseClick(sw.Button(2), Qt::LeftButton);
     EXPECT_EQ(b.ChartType(), 0);
     EXPECT_EQ(a.DataAt(1, 2), "2");
 

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -76,7 +77,7 @@ TEST_F(ReportTest, GoldenLedgerThroughReplayAndReport)
     EXPECT_EQ(chart("msc_OperazioniPercentuali")->DataAt(1, 2), "18,18");
 
     // The style switch redraws all three without losing their data.
-    report()->findChild<QRadioButton*>("Option1(0)")->click();
+    QTest::mouseClick(report()->findChild<QRadioButton*>("Option1(0)"), Qt::LeftButton);
     EXPECT_EQ(bil->ChartType(), 14);
     EXPECT_EQ(chart("msc_OperazioniPercentuali")->ChartType(), 14);
     EXPECT_EQ(bil->DataAt(1, 2), "300");

@@ -77,6 +77,7 @@ TEST_F(StatsWindowsTest, DrawDownGridIsNeverClearedAndARefreshForgetsTheStyle)
 {
     for (double p : {1, -1, 1, 1, -1, -1, -1, 1}) // runs 1, -1, 2, -3; the last win stays open
         chiusa(p);
+    QCoreApplication::processEvents(); // the frame has settled, as before any user's click
     QWidget* w = apri("frmMDD");
     auto* grid = in<platform::FlexGrid>(w, "MSFlexGrid_MDD");
     auto* serie = in<platform::Chart>(w, "msc_SeqPosNeg");
@@ -97,6 +98,20 @@ TEST_F(StatsWindowsTest, DrawDownGridIsNeverClearedAndARefreshForgetsTheStyle)
     auto* punti = qobject_cast<QXYSeries*>(freq->ChartItem()->series().value(0));
     ASSERT_NE(punti, nullptr);
     EXPECT_EQ(punti->count(), 4);
+
+    // Maximised, a 3D chart paints, also before it has laid itself out again, and
+    // then shows what it shows when drawn afresh at that size.
+    auto* area3D = in<QRadioButton>(w, "Option1(2)");
+    QTest::mouseClick(area3D, Qt::LeftButton);
+    FlushDeletes(); // the axes it replaced
+    qobject_cast<QMdiSubWindow*>(w->parentWidget())->showMaximized();
+    (void)frame->grab();
+    QCoreApplication::processEvents();
+    const QImage ingrandito = serie->grab().toImage();
+    QTest::mouseClick(area3D, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    FlushDeletes();
+    EXPECT_EQ(ingrandito, serie->grab().toImage());
 
     auto* linee = in<QRadioButton>(w, "Option1(4)");
     QTest::mouseClick(linee, Qt::LeftButton);
