@@ -1,31 +1,20 @@
 #include "app/Codifica.h"
 
 #include "platform/Casuale.h"
+#include "platform/CodePage.h"
 
 #include <cmath>
 
 namespace {
 
-// Codes 128-159 of the Western code page; the five it leaves free stand for themselves.
-constexpr char16_t kRiga80[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                  0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                  0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                  0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
 // The scrambled form holds one byte a character: the euro and the typographic quotes
 // need their code page codes to come back, and what the page lacks becomes "?".
-int codice(QChar c)
-{
-    const char16_t u = c.unicode();
-    if (u < 0x80 || (u >= 0xA0 && u <= 0xFF))
-        return u;
-    for (int i = 0; i < 32; ++i)
-        if (kRiga80[i] == u)
-            return 0x80 + i;
-    return '?';
-}
+int codice(QChar c) { return platform::CodiceWindows1252(c); }
 
-QChar carattere(int code) { return code >= 0x80 && code < 0xA0 ? QChar(kRiga80[code - 0x80]) : QChar(code); }
+QChar carattere(int code)
+{
+    return code >= 0 && code <= 0xFF ? platform::CarattereWindows1252(static_cast<unsigned char>(code)) : QChar(code);
+}
 
 int keyCode(const QString& key, int k) { return codice(key.at(k - 1)); }
 

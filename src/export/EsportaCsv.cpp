@@ -2,6 +2,7 @@
 // written field by field as the classic Write statement writes them.
 #include "export/Esportazione.h"
 
+#include "platform/CodePage.h"
 #include "platform/Numbers.h"
 #include "store/Database.h"
 
@@ -12,22 +13,6 @@ namespace esporta {
 
 namespace {
 
-// Windows-1252 is Latin-1 but for these 32 places; the five unassigned ones stay unmapped.
-constexpr char16_t kDa80a9F[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                   0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                   0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                   0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-char inWindows1252(char16_t c)
-{
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF))
-        return static_cast<char>(c);
-    for (int i = 0; i < 32; ++i)
-        if (kDa80a9F[i] == c)
-            return static_cast<char>(0x80 + i);
-    return '?'; // as the system's conversion does for a character the code page lacks
-}
-
 // One line of comma-separated fields.
 class Riga {
 public:
@@ -36,7 +21,7 @@ public:
         separa();
         bytes_ += '"';
         for (const QChar c : text)
-            bytes_ += inWindows1252(c.unicode());
+            bytes_ += static_cast<char>(platform::CodiceWindows1252(c));
         bytes_ += '"';
         return *this;
     }
