@@ -153,7 +153,7 @@ TEST_F(EditorTest, TooLongCodeIsRefusedWithTheStopBox)
     EXPECT_EQ(grid->model()->index(1, 0).data().toString(), "EA");
 }
 
-TEST_F(EditorTest, AddChangeNoteDeleteAndRestoreWithoutAQuestion)
+TEST_F(EditorTest, AddChangeNoteDeleteAndRestoreWithoutAQuestionNorARefresh)
 {
     // A code typed into the last row adds a record; then its description and note.
     const int nuova = grid->model()->rowCount() - 1;
@@ -180,25 +180,18 @@ TEST_F(EditorTest, AddChangeNoteDeleteAndRestoreWithoutAQuestion)
     EXPECT_EQ(Rows(set, "SELECT Cod FROM Errori WHERE Cod = 'ZZ'"), QStringList{});
     EXPECT_EQ(grid->model()->rowCount(), 13 + 1);
 
-    // Restore: the delivered catalogue, no question asked, and the grid reloaded.
+    // Restore: the delivered catalogue, no question asked, and the grid reloaded; the
+    // open statistics are not refreshed.
+    eseguito("B", "EA", 10, 10, 11);
+    QWidget* stat = frame->MostraFinestra("frmErrori");
     QTest::mouseClick(w->findChild<QPushButton*>("cmd_Ripristino"), Qt::LeftButton);
     EXPECT_EQ(QApplication::activeModalWidget() == nullptr || QApplication::activeModalWidget() == w, true);
     EXPECT_EQ(catalogo(), Rows(set, "SELECT Cod, Descrizione, Note, Contatore, Importo FROM ErroriDefault"));
     EXPECT_EQ(grid->model()->index(2, 1).data().toString(), "Entrata in ritardo, a prezzo peggiore del segnale");
+    EXPECT_EQ(lab(stat, "lab_TotaleErrori"), "1");
+    EXPECT_EQ(stat->findChild<platform::DataGrid*>("DBGrid1")->Model()->Text(0, 3), "1");
 
     QTest::mouseClick(w->findChild<QPushButton*>("Command2"), Qt::LeftButton);
     FlushDeletes();
     EXPECT_EQ(platform::Forms::Find("frmPersonalizzaErrori"), nullptr);
-}
-
-TEST_F(ErroriTest, RestoringTheCatalogueDoesNotRefreshTheOpenStatistics)
-{
-    eseguito("B", "EA", 10, 10, 11);
-    QWidget* stat = frame->MostraFinestra("frmErrori");
-    auto* editor = frmPersonalizzaErrori::Instance();
-    editor->show();
-    QTest::mouseClick(editor->findChild<QPushButton*>("cmd_Ripristino"), Qt::LeftButton);
-    EXPECT_EQ(Rows(set, "SELECT Cod FROM Errori WHERE Contatore > 0"), QStringList{});
-    EXPECT_EQ(lab(stat, "lab_TotaleErrori"), "1");
-    EXPECT_EQ(stat->findChild<platform::DataGrid*>("DBGrid1")->Model()->Text(0, 3), "1");
 }
