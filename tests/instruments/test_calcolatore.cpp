@@ -2,6 +2,7 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "instruments/Calcolatore.h"
+#include "platform/FailureReport.h"
 #include "platform/Forms.h"
 #include "platform/PictureSurface.h"
 #include "support/Fixture.h"
@@ -11,6 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -116,4 +118,30 @@ TEST_F(CalcolatoreTest, RoundingAndMinimumsWhereTheyShow)
     EXPECT_EQ(lcd("pic_Commissioni"), "90,01502");
     EXPECT_EQ(lcd("pic_GP"), "24917,49");
     EXPECT_EQ(lcd("pic_PercentualeGP"), "249"); // floor(2491749 / 10000)
+}
+
+// Last in this file: after the failure report the program takes no more events.
+// A quantity of "00" passes the test on the text and fails at the division.
+TEST_F(CalcolatoreTest, DoubleZeroQuantityEndsInTheFailureReport)
+{
+    const QByteArray settings = FileBytes(path("DataSet.qvd"));
+    type("txtAcqPzo", "10");
+    QString report;
+    WhenModal([&report](QWidget* modal) {
+        if (auto* t = modal->findChild<QPlainTextEdit*>("txt_Errore"))
+            report = modal->objectName() + ": " + t->toPlainText();
+        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
+    // The text goes in quietly and the recalculation is queued, so the failure travels
+    // from the event dispatch like any handler's.
+    {
+        const QSignalBlocker quiet(edit("txtQta"));
+        edit("txtQta")->setText("00");
+    }
+    QMetaObject::invokeMethod(w, "CalcolaAcquisto", Qt::QueuedConnection);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(report, "FailureReport: Divisione per zero");
+    EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
+    EXPECT_EQ(label("lab_AcqImp"), "0"); // the amount came before the division
+    EXPECT_EQ(FileBytes(path("DataSet.qvd")), settings);
 }

@@ -3,6 +3,7 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Chart.h"
+#include "platform/FailureReport.h"
 #include "platform/FlexGrid.h"
 #include "platform/Forms.h"
 #include "platform/Numbers.h"
@@ -10,12 +11,15 @@
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
+#include <QAction>
 #include <QChart>
 #include <QFrame>
 #include <QLabel>
 #include <QMdiSubWindow>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <QXYSeries>
 
 #include <gtest/gtest.h>
@@ -358,4 +362,31 @@ TEST_F(StatsWindowsTest, TheFrameRefreshesTheRunAndWeekdayWindowsByName)
     FlushDeletes();
     EXPECT_EQ(platform::Forms::Find("frmMDD"), nullptr);
     EXPECT_EQ(platform::Forms::Find("frmStGiorno"), nullptr);
+}
+
+// Last in this file: after the failure report the program takes no more events.
+// 51 sales, each gaining 0.1% more than the one before: the risk window opened
+// from its menu ends in the failure report, and the files are as they were.
+TEST_F(StatsWindowsTest, RiskFromTheMenuWithTooManyPercentagesEndsInTheFailureReport)
+{
+    for (int i = 1; i <= 51; ++i) {
+        const QString cod = QStringLiteral("C%1").arg(i);
+        AddTrade(Module1::dbExe, "13/01/2003", "Buy", "DAY", cod, 100, 10);
+        AddTrade(Module1::dbExe, "14/01/2003", "Sell", "DAY", cod, 100, 10 + i / 100.0);
+    }
+    frame->ControlloMenu();
+    QAction* risk = frame->Menu("mnu_Risk");
+    ASSERT_TRUE(risk->isEnabled());
+    const QByteArray prima = impronta();
+    QString report;
+    WhenModal([&report](QWidget* modal) {
+        if (auto* t = modal->findChild<QPlainTextEdit*>("txt_Errore"))
+            report = modal->objectName() + ": " + t->toPlainText();
+        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
+    QTimer::singleShot(0, risk, &QAction::trigger);
+    EXPECT_EQ(QApplication::exec(), 1);
+    EXPECT_EQ(report, "FailureReport: Indice non compreso nell'intervallo: 51");
+    EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
+    EXPECT_EQ(impronta(), prima);
 }
