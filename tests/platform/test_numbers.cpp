@@ -145,28 +145,20 @@ TEST(Numbers, RoundingTiesAreTiesOfTheShownTextAndEverythingElseGoesToTheNearest
     int hard = 0;
     for (int i = 0; i < 60000; ++i) {
         const int decimals = decimalsOf(gen);
-        double v = 0;
-        switch (i % 3) {
-        case 0:
-        case 1: {
-            // A number as typed: up to 15 digits, with the point somewhere, often a tie at `decimals`.
+        // A raw double, or a number as typed: up to 15 digits with the point somewhere, a tie
+        // at `decimals` every third time, and every other time its binary neighbour.
+        double v = unit(gen) * std::pow(10.0, magnitude(gen));
+        if (i % 3 != 2) {
             const int places = i % 3 == 0 ? decimals + 1 : placesOf(gen);
-            int count = std::max(digitsOf(gen), places + 1);
             std::string s;
-            for (int k = 0; k < count; ++k)
+            for (int k = std::max(digitsOf(gen), places + 1); k > 0; --k)
                 s += static_cast<char>('0' + digit(gen));
             if (i % 3 == 0)
                 s.back() = '5';
             s.insert(s.size() - places, ".");
-            v = std::strtod(s.c_str(), nullptr);
-            if (v > 1e9)
-                v = std::fmod(v, 1e9);
+            v = std::fmod(std::strtod(s.c_str(), nullptr), 1e9);
             if (i % 2)
                 v = std::nextafter(v, coin(gen) ? 1e300 : -1e300);
-            break;
-        }
-        default:
-            v = unit(gen) * std::pow(10.0, magnitude(gen));
         }
         if (coin(gen))
             v = -v;
