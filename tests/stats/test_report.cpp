@@ -2,12 +2,10 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Chart.h"
-#include "platform/Forms.h"
 #include "stats/Report.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
-#include <QAction>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTest>
