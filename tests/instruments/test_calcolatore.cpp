@@ -53,6 +53,7 @@ protected:
 
 TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
 {
+    EXPECT_TRUE(w->isVisible());
     for (const char* p : {"pic_PdP", "pic_SLMM", "pic_SLP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"})
         EXPECT_EQ(lcd(p), "") << p;
     EXPECT_EQ(w->findChild<QComboBox*>("DBCombo")->currentText(), "T2");

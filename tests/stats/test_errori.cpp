@@ -115,6 +115,7 @@ TEST_F(ErroriTest, CountersRebuiltWithTheAmountOfThePreviousErrorsCursor)
     EXPECT_EQ(lab(w, "lab_PercentualeErrori"), "0");
     for (const char* vuota : {"lab_TotMancatiGuadagni", "lab_PiuPericoloso", "lab_PiuFrequente"})
         EXPECT_EQ(lab(w, vuota), "") << vuota;
+    EXPECT_EQ(chart->DataAt(1, 1), "0");
     EXPECT_EQ(chart->DataAt(1, 2), "0");
     EXPECT_EQ(Rows(set, "SELECT Cod FROM Errori WHERE Contatore > 0 OR Importo > 0"), QStringList{});
 }
