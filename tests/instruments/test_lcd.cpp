@@ -84,49 +84,42 @@ TEST(Lcd, PointsMinusLettersAndUnknownCharacters)
 
 TEST(Strum, NeedlesEndWhereTheScaleSays)
 {
-    const double d2r = 3.14 / 180;
-    // Center: a 270-degree dial; 0 lower left, 500 up, 1000 lower right.
-    const QLineF c0 = strum::NeedleLine(strum::Kind::Center, 0, 100, 100);
-    EXPECT_EQ(c0.p1(), QPointF(50, 50));
-    EXPECT_NEAR(c0.x2(), 50 - 44 * std::cos(-45 * d2r), 1e-9);
-    EXPECT_NEAR(c0.y2(), 50 - 44 * std::sin(-45 * d2r), 1e-9);
-    const QLineF c500 = strum::NeedleLine(strum::Kind::Center, 500, 100, 100);
-    EXPECT_NEAR(c500.x2(), 50, 0.1);
-    EXPECT_NEAR(c500.y2(), 6, 0.01);
-    const QLineF c1000 = strum::NeedleLine(strum::Kind::Center, 1000, 100, 100);
-    EXPECT_GT(c1000.x2(), 80);
-    EXPECT_GT(c1000.y2(), 80);
-    // Bottom: a quarter dial from the left to the top, pivot near the lower right corner.
-    const QLineF b0 = strum::NeedleLine(strum::Kind::Bottom, 0, 100, 60);
-    EXPECT_EQ(b0.p1(), QPointF(90, 54));
-    EXPECT_NEAR(b0.x2(), 90 - 80, 1e-9);
-    EXPECT_NEAR(strum::NeedleLine(strum::Kind::Bottom, 1000, 100, 60).y2(), 54 - 80, 0.01);
-    // BottomCenter: 120 degrees, from 30 to 150.
-    const QLineF bc500 = strum::NeedleLine(strum::Kind::BottomCenter, 500, 100, 60);
-    EXPECT_EQ(bc500.p1(), QPointF(50, 54));
-    EXPECT_NEAR(bc500.x2(), 50, 0.1);
-    EXPECT_NEAR(bc500.y2(), 54 - 48, 0.01);
-    EXPECT_NEAR(strum::NeedleLine(strum::Kind::BottomCenter, 0, 100, 60).x2(), 50 - 48 * std::cos(30 * d2r), 1e-9);
-    // Meters: bars at a tenth from the edges, and beyond the scale beyond them.
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::VertMeter, 1000, 100, 60).y1(), 6);
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::VertMeter, 0, 100, 60).y1(), 54);
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::VertMeter, 500, 100, 60).y1(), 30);
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::HorMeter, 0, 100, 60).x1(), 10);
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::HorMeter, 1000, 100, 60).x1(), 90);
-    EXPECT_DOUBLE_EQ(strum::NeedleLine(strum::Kind::HorMeter, 1500, 100, 60).x1(), 130);
-
-    // An odd surface, 101 x 75: pivots take the whole-number quotient (\), ends the real one (/).
-    const QLineF oc = strum::NeedleLine(strum::Kind::Center, 500, 101, 75);
-    EXPECT_EQ(oc.p1(), QPointF(50, 37)); // 101 \ 2, 75 \ 2
-    EXPECT_NEAR(oc.x2(), 50 - 44 * std::cos(90 * d2r), 1e-9); // r = round(50.5 - 6) = 44, to even
-    const QLineF ob = strum::NeedleLine(strum::Kind::Bottom, 0, 101, 75);
-    EXPECT_EQ(ob.p1(), QPointF(101 - 10, 75 - 7));              // 101 \ 10, 75 \ 10
-    EXPECT_NEAR(ob.x2(), 101 - 10.1 - 81, 1e-9);                 // r = round(101 - 20.2) = 81
-    EXPECT_NEAR(ob.y2(), 75 - 7.5, 1e-9);
-    const QLineF obc = strum::NeedleLine(strum::Kind::BottomCenter, 500, 101, 75);
-    EXPECT_EQ(obc.p1(), QPointF(50, 75 - 7));
-    EXPECT_NEAR(obc.x2(), 50.5 - 60 * std::cos(90 * d2r), 1e-9); // r = round(75 - 15) = 60
-    EXPECT_NEAR(obc.y2(), 75 - 7.5 - 60 * std::sin(90 * d2r), 1e-9);
+    using strum::Kind;
+    const double d = 3.14 / 180; // the instruments' own pi
+    struct Ago {
+        Kind kind;
+        int v, w, h;
+        QLineF line;
+    };
+    const Ago aghi[] = {
+        // Center: 270 degrees; 0 lower left, 500 up, 1000 lower right; r = round(100 / 2 - 6) = 44.
+        {Kind::Center, 0, 100, 100, {50, 50, 50 - 44 * std::cos(-45 * d), 50 - 44 * std::sin(-45 * d)}},
+        {Kind::Center, 500, 100, 100, {50, 50, 50 - 44 * std::cos(90 * d), 50 - 44 * std::sin(90 * d)}},
+        {Kind::Center, 1000, 100, 100, {50, 50, 50 - 44 * std::cos(225 * d), 50 - 44 * std::sin(225 * d)}},
+        // Bottom: a quarter dial from the left to the top, r = round(100 - 20) = 80.
+        {Kind::Bottom, 0, 100, 60, {90, 54, 90 - 80, 54}},
+        {Kind::Bottom, 1000, 100, 60, {90, 54, 90 - 80 * std::cos(90 * d), 54 - 80 * std::sin(90 * d)}},
+        // BottomCenter: 120 degrees from 30 to 150, r = round(60 - 12) = 48.
+        {Kind::BottomCenter, 0, 100, 60, {50, 54, 50 - 48 * std::cos(30 * d), 54 - 48 * std::sin(30 * d)}},
+        {Kind::BottomCenter, 500, 100, 60, {50, 54, 50 - 48 * std::cos(90 * d), 54 - 48 * std::sin(90 * d)}},
+        // Meters: bars at a tenth from the edges, and beyond the scale beyond them.
+        {Kind::VertMeter, 1000, 100, 60, {100, 6, 0, 6}},
+        {Kind::VertMeter, 500, 100, 60, {100, 30, 0, 30}},
+        {Kind::VertMeter, 0, 100, 60, {100, 54, 0, 54}},
+        {Kind::HorMeter, 0, 100, 60, {10, 60, 10, 0}},
+        {Kind::HorMeter, 1500, 100, 60, {130, 60, 130, 0}},
+        // 101 x 75: pivots take the whole-number quotient, ends the real one; radii round to even.
+        {Kind::Center, 500, 101, 75, {50, 37, 50 - 44 * std::cos(90 * d), 37 - 44 * std::sin(90 * d)}}, // round(44.5)
+        {Kind::Bottom, 0, 101, 75, {101 - 10, 75 - 7, 101 - 10.1 - 81, 75 - 7.5}},                        // round(80.8)
+        {Kind::BottomCenter, 500, 101, 75, {50, 68, 50.5 - 60 * std::cos(90 * d), 67.5 - 60 * std::sin(90 * d)}},
+    };
+    for (const Ago& a : aghi) {
+        SCOPED_TRACE(testing::Message() << static_cast<int>(a.kind) << " at " << a.v << " on " << a.w << " x " << a.h);
+        const QLineF got = strum::NeedleLine(a.kind, a.v, a.w, a.h);
+        EXPECT_EQ(got.p1(), a.line.p1());
+        EXPECT_NEAR(got.x2(), a.line.x2(), 1e-9);
+        EXPECT_NEAR(got.y2(), a.line.y2(), 1e-9);
+    }
 
     // The printed face keeps its labels clear of its border: the last one of a quarter
     // dial stands near the right edge, where nothing but the border may be.
