@@ -38,8 +38,6 @@ double CapitalGain(double totaleGP, double totaleCommissioni, double aliquota)
     return static_cast<double>(num::Floor(std::fabs((totaleGP - totaleCommissioni) * aliquota / 100)));
 }
 
-QString TestoIntero(double value) { return num::Text(std::floor(value)); }
-
 num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QString& filePortafoglio)
 {
     if (filePortafoglio.isEmpty())
@@ -57,5 +55,7 @@ num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QSt
     }
     return (totaleGP - totaleCommissioni) - CapitalGain(totaleGP, totaleCommissioni, settaggi.Number(QStringLiteral("CapitalGain")));
 }
+
+QString TestoIntero(double value) { return num::Text(std::floor(value)); }
 
 } // namespace stats
