@@ -56,4 +56,6 @@ num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QSt
     return (totaleGP - totaleCommissioni) - CapitalGain(totaleGP, totaleCommissioni, settaggi.Number(QStringLiteral("CapitalGain")));
 }
 
+QString TestoIntero(double value) { return num::Text(std::floor(value)); }
+
 } // namespace stats

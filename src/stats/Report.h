@@ -24,6 +24,10 @@ Bilancio CalcolaBilancio(store::Recordset& rs);
 // on the result after commissions, as the journal always computed it.
 double CapitalGain(double totaleGP, double totaleCommissioni, double aliquota);
 
+// A whole-number figure as a label shows it: floored, then in the default text of a
+// number, so a huge one takes the exponent form (and never overflows an integer).
+QString TestoIntero(double value);
+
 // Net result of all closed operations; unset without a portfolio or without rows.
 num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QString& filePortafoglio);
 

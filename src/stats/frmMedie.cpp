@@ -154,8 +154,8 @@ void frmMedie::CalcolaMedie()
     const double capitale = num::ValueOf(m.capitaleInvestito);
 
     lab("lab_TotGiorni")->setText(num::Text(numGiorni));
-    lab("lab_CapitaleMedio")->setText(QString::number(num::Floor(num::Divide(capitale, numOperazioni))));
-    lab("lab_CapitaleInvestito")->setText(QString::number(num::Floor(capitale)));
+    lab("lab_CapitaleMedio")->setText(stats::TestoIntero(num::Divide(capitale, numOperazioni)));
+    lab("lab_CapitaleInvestito")->setText(stats::TestoIntero(capitale));
     lab("lab_MaxGain")->setText(num::Text(m.massimoGuadagno));
     lab("lab_MaxLose")->setText(num::Text(m.massimaPerdita));
     lab("lab_NumOperazioniGiorno")->setText(num::Text(num::Round(num::Divide(numOperazioni, numGiorni), 1)));
@@ -172,9 +172,9 @@ void frmMedie::CalcolaMedie()
 
     if (b.sommaGain == 0)
         return;
-    lab("lab_UtileMedioOperazione")->setText(QString::number(num::Floor(num::Divide(b.totaleGP, numOperazioni))));
-    lab("lab_UtileMedioGiorno")->setText(QString::number(num::Floor(num::Divide(b.totaleGP, numGiorni))));
-    lab("lab_PercMediaGiorno")->setText(QString::number(num::Floor(num::Divide(percTotale, numGiorni))));
+    lab("lab_UtileMedioOperazione")->setText(stats::TestoIntero(num::Divide(b.totaleGP, numOperazioni)));
+    lab("lab_UtileMedioGiorno")->setText(stats::TestoIntero(num::Divide(b.totaleGP, numGiorni)));
+    lab("lab_PercMediaGiorno")->setText(stats::TestoIntero(num::Divide(percTotale, numGiorni)));
     lab("lab_GuadagnoMedio")->setText(num::Text(num::Round(num::Divide(b.sommaGain, b.numGain), 1)));
     const double massimo = num::ValueOf(m.massimoGuadagno);
     if (b.totaleGP != 0 && massimo != 0)

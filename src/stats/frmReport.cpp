@@ -110,7 +110,7 @@ void frmReport::Main()
     (void)dbExe.OpenRecordset(QStringLiteral("SELECT DISTINCT data  FROM OperazioniChiuse")).RecordCount();
     const double capitalGain = stats::CapitalGain(b.totaleGP, b.totaleCommissioni, settaggi.Number(QStringLiteral("CapitalGain")));
     const double n = b.numOperazioni;
-    auto quota = [n](int count) -> QString { return QString::number(num::Floor(100 * num::Divide(count, n))) + "%"; };
+    auto quota = [n](int count) -> QString { return stats::TestoIntero(100 * num::Divide(count, n)) + "%"; };
 
     lab("lab_Gain")->setText(num::Text(b.sommaGain));
     lab("lab_Lose")->setText(num::Text(b.sommaPerdite));
@@ -127,7 +127,7 @@ void frmReport::Main()
     lab("lab_PercGain")->setText(num::Text(b.percGain) + "%");
     lab("lab_PercLose")->setText(num::Text(b.percPerdite) + "%");
     lab("lab_PercTotale")->setText(num::Text(b.percGain - std::fabs(b.percPerdite)));
-    lab("lab_PercMedia")->setText(QString::number(num::Floor(num::Divide(b.percGain - std::fabs(b.percPerdite), n))));
+    lab("lab_PercMedia")->setText(stats::TestoIntero(num::Divide(b.percGain - std::fabs(b.percPerdite), n)));
 
     // The fourth value is read back from the label: a text.
     msc_Bilancio_->ChartData(QVector<QVariant>{b.sommaGain, b.sommaPerdite, b.totaleCommissioni, lab("lab_CapitalGain")->text()});

@@ -1,6 +1,7 @@
 // The statistics passes without a window: runs, frequency tables and the rebuilt
 // error counters. Their limits are proven on the windows, with the files checked.
 #include "stats/Errori.h"
+#include "stats/Report.h"
 #include "stats/Serie.h"
 #include "support/Fixture.h"
 
@@ -68,6 +69,14 @@ TEST(Serie, FrequenciesSortAndShares)
     stats::Ordina(r);
     EXPECT_EQ(*stats::Grafico(r, 32)[2].y, 3.12);
     EXPECT_EQ(*stats::Grafico(r, 3)[2].y, 33.33);
+}
+
+TEST(Report, WholeFiguresAreFlooredAndWrittenAsAnyNumber)
+{
+    EXPECT_EQ(stats::TestoIntero(-0.5), "-1"); // floor, not truncation
+    // 16 digits: the default text keeps 15 and takes the exponent form, past any integer too.
+    EXPECT_EQ(stats::TestoIntero(1234567890123456.7), "1,23456789012346E+15");
+    EXPECT_EQ(stats::TestoIntero(1e20), "1E+20");
 }
 
 TEST(Errori, MissedGainIsTheFlooredDistanceEitherSide)
