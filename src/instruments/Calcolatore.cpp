@@ -224,7 +224,7 @@ void Calcolatore::CalcolaVendita()
         lcdCommissioni_.Caption(num::Text(T));
         const double G = num::Round((IV - IA) - T, 2);
         lcdGP_.Caption(num::Text(G));
-        lcdPercentualeGP_.Caption(QString::number(num::Floor(num::Divide(G * 100, IA))));
+        lcdPercentualeGP_.Caption(num::Text(num::Floor(num::Divide(G * 100, IA))));
     } else if (numerico(vnd)) {
         lab_VndImp_->clear();
         lcdCommissioni_.Caption(QString());

@@ -160,10 +160,7 @@ double Round(double value, int decimals)
     return result == 0.0 ? 0.0 : result;
 }
 
-long long Floor(double value)
-{
-    return static_cast<long long>(std::floor(value));
-}
+double Floor(double value) { return std::floor(value); }
 
 std::int16_t ToInt16(double value)
 {

@@ -27,7 +27,7 @@ QString CommaToPoint(const QString& text);
 // nearest to the rounded decimal.
 double Round(double value, int decimals = 0);
 // Whole-number figures of the statistics: toward minus infinity.
-long long Floor(double value);
+double Floor(double value);
 // 16-bit conversion: half to even, fails on overflow.
 std::int16_t ToInt16(double value);
 // Division that fails on a zero divisor instead of giving inf or NaN.

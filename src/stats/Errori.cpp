@@ -7,8 +7,8 @@ namespace stats {
 double MancatoGuadagno(double qta, double prezzo, double prezzoOttimale)
 {
     if (prezzo > prezzoOttimale)
-        return static_cast<double>(num::Floor(qta * (prezzo - prezzoOttimale)));
-    return static_cast<double>(num::Floor(qta * (prezzoOttimale - prezzo)));
+        return num::Floor(qta * (prezzo - prezzoOttimale));
+    return num::Floor(qta * (prezzoOttimale - prezzo));
 }
 
 ConteggioErrori ContaErrori(store::Database& dbSet, store::Recordset& eseguiti, store::Recordset& catalogo)

@@ -14,7 +14,7 @@ std::int16_t QuotaLiquidita(double liquidita, double contoNetto, double utileNet
     if (!(liquidita > 0))
         return 0;
     const double base = contoNetto + utileNetto + capitaleIniziale;
-    return num::ToInt16(static_cast<double>(num::Floor(10 * num::Divide(liquidita * 100, base))));
+    return num::ToInt16(num::Floor(10 * num::Divide(liquidita * 100, base)));
 }
 
 } // namespace stats

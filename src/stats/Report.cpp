@@ -35,7 +35,7 @@ double CapitalGain(double totaleGP, double totaleCommissioni, double aliquota)
 {
     if (totaleGP <= 0)
         return 0;
-    return static_cast<double>(num::Floor(std::fabs((totaleGP - totaleCommissioni) * aliquota / 100)));
+    return num::Floor(std::fabs((totaleGP - totaleCommissioni) * aliquota / 100));
 }
 
 num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QString& filePortafoglio)
@@ -56,6 +56,6 @@ num::Figure UtileNetto(store::Database& dbExe, store::Database& dbSet, const QSt
     return (totaleGP - totaleCommissioni) - CapitalGain(totaleGP, totaleCommissioni, settaggi.Number(QStringLiteral("CapitalGain")));
 }
 
-QString TestoIntero(double value) { return num::Text(std::floor(value)); }
+QString TestoIntero(double value) { return num::Text(num::Floor(value)); }
 
 } // namespace stats
