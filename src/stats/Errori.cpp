@@ -21,7 +21,8 @@ ConteggioErrori ContaErrori(store::Database& dbSet, store::Recordset& eseguiti, 
     c.totaleErrori = 0;
     while (!eseguiti.Eof()) {
         const QString errore = eseguiti.Text(QStringLiteral("Errore"));
-        if (errore != c.codiceNessunErrore) {
+        // A missing code compares as neither equal nor different: the trade counts as clean.
+        if (!eseguiti.Field(QStringLiteral("Errore")).isNull() && errore != c.codiceNessunErrore) {
             const double mancato = MancatoGuadagno(eseguiti.Number(QStringLiteral("qta")), eseguiti.Number(QStringLiteral("Prezzo")),
                                                    eseguiti.Number(QStringLiteral("PrezzoOttimale")));
             // Read before the cursor moves on to this error's row.

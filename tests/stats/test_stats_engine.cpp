@@ -104,6 +104,8 @@ TEST(Errori, AmountsFollowTheCursorOfThePreviousError)
         AddTrade(exe, "14/01/2003", "Buy", "T", cod, qta, prezzo, err);
         exe.Execute(QStringLiteral("UPDATE Eseguiti SET PrezzoOttimale = %1 WHERE Cod = '%2'").arg(ottimale).arg(cod));
     };
+    errore("G", "EA", 3, 10, 20);
+    exe.Execute("UPDATE Eseguiti SET Errore = NULL WHERE Cod = 'G'"); // no code at all counts as clean
     errore("B", "EA", 10, 10, 11);    // gain 10
     errore("C", "EA", 20, 10, 11);    // gain 20
     errore("D", "ER", 5, 11, 10);     // gain 5
@@ -120,7 +122,7 @@ TEST(Errori, AmountsFollowTheCursorOfThePreviousError)
               (QStringList{"EA|3|0", "ER|1|22,5"}));
     EXPECT_EQ(c.codiceNessunErrore, "NE");
     EXPECT_EQ(c.totaleErrori, 4);
-    EXPECT_EQ(c.numEseguiti, 5);
+    EXPECT_EQ(c.numEseguiti, 6);
     EXPECT_EQ(c.totaleMancati, 10 + 20 + 5 + 0); // the one true sum
 
     // A trade whose code is not in the catalogue fails on its empty cursor.
