@@ -101,50 +101,36 @@ TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
 
 TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThem)
 {
-    // A file whose trades were deleted outside the program: positions and closed operations remain.
     frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
     frame->ControlloMenu();
-    saveAs(path("vuoto.qvp"));
-    store::Database::CopyFile(path("vuoto.qvp"), path("pieno.qvp"));
-    auto svuota = [this]() {
+    saveAs(path("pieno.qvp"));
+    // Open and Open last replay at once a file whose trades were deleted outside the program:
+    // the positions and closed operations it kept go, and the commands that need data go off.
+    for (bool ultimo : {false, true}) {
+        SCOPED_TRACE(ultimo);
+        frame->mnu_NuovoPortafoglio_Click();
+        store::Database::CopyFile(path("pieno.qvp"), path("vuoto.qvp"));
         store::Database file;
         file.Open(path("vuoto.qvp"));
         file.Execute("DELETE * FROM Eseguiti");
-        EXPECT_EQ(Rows(file, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
-    };
-    auto derivate = [this]() {
-        store::Database file;
-        file.Open(path("vuoto.qvp"));
-        return Rows(file, "SELECT Cod FROM Portafoglio") + Rows(file, "SELECT Cod FROM OperazioniChiuse");
-    };
-    frame->mnu_NuovoPortafoglio_Click();
-    svuota();
-    open(path("pieno.qvp"));
-    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
-
-    // Open replays at once: the derived tables go empty and the commands that need data go off.
-    open(path("vuoto.qvp"));
-    EXPECT_EQ(derivate(), QStringList{});
-    for (const char* off : {"mnu_Portafoglio", "mnu_Errori", "mnu_OperazioniChiuse", "mnu_Report", "mnu_Esporta"})
-        EXPECT_FALSE(frame->Menu(off)->isEnabled()) << off;
-    for (int i : {7, 8, 10, 17})
-        EXPECT_FALSE(frame->Button(i)->isEnabled()) << i;
-
-    // Open last does the same.
-    open(path("pieno.qvp"));
-    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
-    frame->mnu_NuovoPortafoglio_Click();
-    store::Database::CopyFile(path("pieno.qvp"), path("vuoto.qvp"));
-    svuota();
-    open(path("pieno.qvp"));
-    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("vuoto.qvp") + "'");
-    frame->mnu_ApriUltimo_Click();
-    EXPECT_EQ(dbExe.Path(), path("vuoto.qvp"));
-    EXPECT_EQ(derivate(), QStringList{});
-    EXPECT_FALSE(frame->Menu("mnu_Report")->isEnabled());
-    EXPECT_FALSE(frame->Button(7)->isEnabled());
+        ASSERT_EQ(Rows(file, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
+        open(path("pieno.qvp"));
+        EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
+        if (ultimo) {
+            dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("vuoto.qvp") + "'");
+            frame->mnu_ApriUltimo_Click();
+        } else {
+            open(path("vuoto.qvp"));
+        }
+        EXPECT_EQ(dbExe.Path(), path("vuoto.qvp"));
+        EXPECT_EQ(Rows(file, "SELECT Cod FROM Portafoglio") + Rows(file, "SELECT Cod FROM OperazioniChiuse"), QStringList{});
+        for (const char* off : {"mnu_Portafoglio", "mnu_Errori", "mnu_OperazioniChiuse", "mnu_Report", "mnu_Esporta"})
+            EXPECT_FALSE(frame->Menu(off)->isEnabled()) << off;
+        for (int i : {7, 8, 10, 17})
+            EXPECT_FALSE(frame->Button(i)->isEnabled()) << i;
+    }
 }
 
 TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
