@@ -59,7 +59,12 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
         EXPECT_TRUE(grandi->isChecked() && nomi->isChecked());
         click(w, "chk_Menu");
         EXPECT_TRUE(grandi->isEnabled() && nomi->isEnabled());
-        click(w, "chk_Icone32"); // names only with large icons
+        click(w, "chk_IconeName"); // large icons without names
+        click(w, "cmd_Applica");
+        EXPECT_EQ(frame->Toolbar1()->iconSize(), QSize(32, 32));
+        EXPECT_EQ(frame->Button(13)->text(), "");
+        click(w, "chk_IconeName");
+        click(w, "chk_Icone32"); // names only with large icons, even when ticked
         EXPECT_FALSE(nomi->isEnabled());
         click(w, "chk_Menu");
         click(w, "chk_Menu");
