@@ -8,7 +8,6 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMdiArea>
@@ -25,11 +24,7 @@ namespace {
 
 class PortfolioFilesTest : public ProgramTest {
 protected:
-    void SetUp() override
-    {
-        Avvia();
-    }
-    QString path(const QString& name) const { return QDir(dir.path()).filePath(name); }
+    void SetUp() override { Avvia(true); }
     QString apriUltimo() { return dbSet.OpenRecordset("SELECT  ApriUltimo FROM Settaggi").Text("ApriUltimo"); }
     QStringList codici(const QString& file)
     {
@@ -47,14 +42,13 @@ protected:
         AnswerFileDialog(file, seen);
         frame->mnu_Apri_Click();
     }
-
 };
 
 } // namespace
 
 TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
 {
-    frame->mnu_NuovoPortafoglio_Click(); // caption is not the default document: no question
+    // A new portfolio from the start: the caption is not the default document's, so no question.
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
     EXPECT_EQ(Module1::sFilePortafoglio, path("DataExe.qvd"));
     const QString vuoto = ComandiAttivi(frame);
@@ -99,7 +93,6 @@ TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
 
 TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThem)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
     frame->ControlloMenu();
@@ -130,7 +123,6 @@ TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThe
 
 TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     // A maximised child adds its name to the title shown, not to the caption the command tests.
     frame->Area()->subWindowList().value(0)->showMaximized();
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1 - [Eseguiti]");
@@ -155,7 +147,6 @@ TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 
 TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     saveAs(path("primo.qvp"));
     AddTrade(dbExe, "14/01/2003", "Buy", "DAY", "FIAT", 10, 5); // goes into primo.qvp
@@ -186,7 +177,6 @@ TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
 
 TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
 
     QFile text(path("testo.qvp"));
@@ -244,7 +234,6 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 
 TEST_F(PortfolioFilesTest, SaveAsOntoAnUnwritableTargetLeavesThePortfolioClosed)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     // A folder that is a file: not even root can create a file in it.
     QFile blocco(path("blocco"));
     ASSERT_TRUE(blocco.open(QIODevice::WriteOnly));
