@@ -22,7 +22,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
-#include <QTemporaryDir>
 #include <QToolBar>
 
 #include <gtest/gtest.h>
