@@ -9,7 +9,6 @@
 #include "prefs/Consigli.h"
 #include "prefs/Crediti.h"
 #include "prefs/InfoSistema.h"
-#include "support/FakeRegistry.h"
 #include "support/Fixture.h"
 
 #include <QDir>
@@ -143,25 +142,6 @@ TEST(Credits, LinesComeUpOutOfBlackShineInTheMiddleAndLoop)
     EXPECT_EQ(c.Top(0), 999); // below the area again, one tick up
     EXPECT_EQ(c.Colore(0), Rgb{});
     EXPECT_EQ(c.Top(1), -1);
-}
-
-TEST(FileType, TheEightWritesAsData)
-{
-    FakeRegistry registry;
-    prefs::AssociaFile(registry, "/opt/quorvel/sync.svg", "/opt/quorvel/quorvel");
-    EXPECT_EQ(registry.writes, (QStringList{
-                                   "\\.Qvp||text|Quorvel",
-                                   "\\.qvp|Content Type|text|text/plain",
-                                   "\\Quorvel||text|Quorvel",
-                                   "\\Quorvel|EditFlags|number|0",
-                                   "\\Quorvel\\DefaultIcon||text|/opt/quorvel/sync.svg",
-                                   "\\Quorvel\\Shell||text|",
-                                   "\\Quorvel\\Shell\\Open||text|",
-                                   "\\Quorvel\\Shell\\Open\\command||text|/opt/quorvel/quorvel %1",
-                                   "notify",
-                               }));
-    // A blank in the program's path is kept together by quotes.
-    EXPECT_EQ(prefs::ComandoApri("/home/a b/quorvel"), "\"/home/a b/quorvel\" %1");
 }
 
 TEST(FileType, FreedesktopFormInTheDataFolder)
