@@ -155,18 +155,16 @@ TEST(KeyFilters, NumbersCommaAndCaretRules)
 {
     QLineEdit txtPrezzo;
     Module1::FiltroNumeri(&txtPrezzo, 5, 2);
-    QTest::keyClicks(&txtPrezzo, "123456,789.5");
-    EXPECT_EQ(txtPrezzo.text(), "12345,78"); // five digits, one comma, two decimals, no point
-
+    const auto typed = [&txtPrezzo](const char* start, int caret, const char* keys) {
+        txtPrezzo.setText(start);
+        txtPrezzo.setCursorPosition(caret);
+        QTest::keyClicks(&txtPrezzo, keys);
+        return txtPrezzo.text();
+    };
+    EXPECT_EQ(typed("", 0, "123456,789.5"), "12345,78"); // five digits, one comma, two decimals, no point
     // Caret in the integer part with full decimals: a digit passes only below the limit.
-    txtPrezzo.setText("123,45");
-    txtPrezzo.setCursorPosition(1);
-    QTest::keyClicks(&txtPrezzo, "9");
-    EXPECT_EQ(txtPrezzo.text(), "1923,45");
-    txtPrezzo.setText("12345,45");
-    txtPrezzo.setCursorPosition(1);
-    QTest::keyClicks(&txtPrezzo, "9");
-    EXPECT_EQ(txtPrezzo.text(), "12345,45");
+    EXPECT_EQ(typed("123,45", 1, "9"), "1923,45");
+    EXPECT_EQ(typed("12345,45", 1, "9"), "12345,45");
     // Backspace always passes; pasted text is not filtered.
     txtPrezzo.setCursorPosition(8);
     QTest::keyClick(&txtPrezzo, Qt::Key_Backspace);
