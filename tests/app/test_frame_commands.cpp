@@ -139,11 +139,13 @@ TEST_F(FrameCommandsTest, CustomiseDialogHidesAndReordersButtons)
         auto* dialog = qobject_cast<platform::ToolbarCustomize*>(modal);
         ASSERT_NE(dialog, nullptr);
         QListWidget* list = dialog->List();
-        list->item(0)->setCheckState(Qt::Unchecked); // hide "Nuovo"
-        list->setCurrentRow(3);                       // "Calcolatore" to the top
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
+        QTest::keyClick(list, Qt::Key_Space); // hide "Nuovo"
         for (int i = 0; i < 3; ++i)
-            dialog->findChild<QPushButton*>("cmd_Su")->click();
-        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->click();
+            QTest::keyClick(list, Qt::Key_Down);
+        for (int i = 0; i < 3; ++i) // "Calcolatore" to the top
+            QTest::mouseClick(dialog->findChild<QPushButton*>("cmd_Su"), Qt::LeftButton);
+        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
     });
     frame->Menu("mnu_Menu")->trigger();
     EXPECT_FALSE(frame->Button(1)->isVisible());
