@@ -1,4 +1,5 @@
 // A portfolio's life through the frame's file commands, checked on disk after each step.
+#include "app/ComandiAttivi.h"
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Forms.h"
@@ -7,12 +8,10 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -24,11 +23,7 @@ namespace {
 
 class PortfolioFilesTest : public ProgramTest {
 protected:
-    void SetUp() override
-    {
-        Avvia();
-    }
-    QString path(const QString& name) const { return QDir(dir.path()).filePath(name); }
+    void SetUp() override { Avvia(true); }
     QString apriUltimo() { return dbSet.OpenRecordset("SELECT  ApriUltimo FROM Settaggi").Text("ApriUltimo"); }
     QStringList codici(const QString& file)
     {
@@ -46,25 +41,21 @@ protected:
         AnswerFileDialog(file, seen);
         frame->mnu_Apri_Click();
     }
-
 };
 
 } // namespace
 
 TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
 {
-    frame->mnu_NuovoPortafoglio_Click(); // caption is not the default document: no question
+    // A new portfolio from the start: the caption is not the default document's, so no question.
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
     EXPECT_EQ(Module1::sFilePortafoglio, path("DataExe.qvd"));
-    for (const char* on : {"mnu_Eseguiti", "mnu_Salva", "mnu_Importa"})
-        EXPECT_TRUE(frame->Menu(on)->isEnabled()) << on;
-    EXPECT_TRUE(frame->Button(6)->isEnabled());
-    EXPECT_FALSE(frame->Menu("mnu_Portafoglio")->isEnabled());
+    const QString vuoto = ComandiAttivi(frame);
+    EXPECT_EQ(vuoto, "Salva Importa Eseguiti 5 6");
 
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
     frame->ControlloMenu();
-    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
     EXPECT_EQ(Rows(dbExe, "SELECT Cod, Qta FROM Portafoglio"), QStringList{"ENI|50"});
 
     QString title;
@@ -80,7 +71,7 @@ TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
     frame->mnu_NuovoPortafoglio_Click();
     EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{});
     EXPECT_EQ(codici(path("mio conto.qvp")), (QStringList{"ENI", "ENI"}));
-    EXPECT_FALSE(frame->Menu("mnu_Portafoglio")->isEnabled());
+    EXPECT_EQ(ComandiAttivi(frame), vuoto);
 
     open(path("mio conto.qvp"), &title);
     EXPECT_EQ(title, "Apri DataSet");
@@ -101,55 +92,36 @@ TEST_F(PortfolioFilesTest, LifeOfAPortfolioFromNewToOpenLast)
 
 TEST_F(PortfolioFilesTest, OpeningAFileWithoutTradesEmptiesWhatWasDerivedFromThem)
 {
-    // A file whose trades were deleted outside the program: positions and closed operations remain.
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(dbExe, "14/01/2003", "Sell", "DAY", "ENI", 50, 11);
     frame->ControlloMenu();
-    saveAs(path("vuoto.qvp"));
-    store::Database::CopyFile(path("vuoto.qvp"), path("pieno.qvp"));
-    auto svuota = [this]() {
+    saveAs(path("pieno.qvp"));
+    // Open and Open last replay at once a file whose trades were deleted outside the program:
+    // the positions and closed operations it kept go, and the commands that need data go off.
+    for (bool ultimo : {false, true}) {
+        SCOPED_TRACE(ultimo);
+        frame->mnu_NuovoPortafoglio_Click();
+        store::Database::CopyFile(path("pieno.qvp"), path("vuoto.qvp"));
         store::Database file;
         file.Open(path("vuoto.qvp"));
         file.Execute("DELETE * FROM Eseguiti");
-        EXPECT_EQ(Rows(file, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
-    };
-    auto derivate = [this]() {
-        store::Database file;
-        file.Open(path("vuoto.qvp"));
-        return Rows(file, "SELECT Cod FROM Portafoglio") + Rows(file, "SELECT Cod FROM OperazioniChiuse");
-    };
-    frame->mnu_NuovoPortafoglio_Click();
-    svuota();
-    open(path("pieno.qvp"));
-    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
-
-    // Open replays at once: the derived tables go empty and the commands that need data go off.
-    open(path("vuoto.qvp"));
-    EXPECT_EQ(derivate(), QStringList{});
-    for (const char* off : {"mnu_Portafoglio", "mnu_Errori", "mnu_OperazioniChiuse", "mnu_Report", "mnu_Esporta"})
-        EXPECT_FALSE(frame->Menu(off)->isEnabled()) << off;
-    for (int i : {7, 8, 10, 17})
-        EXPECT_FALSE(frame->Button(i)->isEnabled()) << i;
-
-    // Open last does the same.
-    open(path("pieno.qvp"));
-    EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
-    frame->mnu_NuovoPortafoglio_Click();
-    store::Database::CopyFile(path("pieno.qvp"), path("vuoto.qvp"));
-    svuota();
-    open(path("pieno.qvp"));
-    dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("vuoto.qvp") + "'");
-    frame->mnu_ApriUltimo_Click();
-    EXPECT_EQ(dbExe.Path(), path("vuoto.qvp"));
-    EXPECT_EQ(derivate(), QStringList{});
-    EXPECT_FALSE(frame->Menu("mnu_Report")->isEnabled());
-    EXPECT_FALSE(frame->Button(7)->isEnabled());
+        ASSERT_EQ(Rows(file, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
+        open(path("pieno.qvp"));
+        EXPECT_TRUE(frame->Menu("mnu_Report")->isEnabled());
+        if (ultimo) {
+            dbSet.Execute("UPDATE Settaggi SET ApriUltimo = '" + path("vuoto.qvp") + "'");
+            frame->mnu_ApriUltimo_Click();
+        } else {
+            open(path("vuoto.qvp"));
+        }
+        EXPECT_EQ(dbExe.Path(), path("vuoto.qvp"));
+        EXPECT_EQ(Rows(file, "SELECT Cod FROM Portafoglio") + Rows(file, "SELECT Cod FROM OperazioniChiuse"), QStringList{});
+        EXPECT_EQ(ComandiAttivi(frame), "Salva Importa Eseguiti 5 6");
+    }
 }
 
 TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     // A maximised child adds its name to the title shown, not to the caption the command tests.
     frame->Area()->subWindowList().value(0)->showMaximized();
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1 - [Eseguiti]");
@@ -174,7 +146,6 @@ TEST_F(PortfolioFilesTest, NewFromTheDefaultDocumentAsksAndNoDeletesTheTrades)
 
 TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
     saveAs(path("primo.qvp"));
     AddTrade(dbExe, "14/01/2003", "Buy", "DAY", "FIAT", 10, 5); // goes into primo.qvp
@@ -205,7 +176,6 @@ TEST_F(PortfolioFilesTest, SecondSaveAsCopiesTheFileBeforeTheFirst)
 
 TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
 
     QFile text(path("testo.qvp"));
@@ -263,7 +233,6 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 
 TEST_F(PortfolioFilesTest, SaveAsOntoAnUnwritableTargetLeavesThePortfolioClosed)
 {
-    frame->mnu_NuovoPortafoglio_Click();
     // A folder that is a file: not even root can create a file in it.
     QFile blocco(path("blocco"));
     ASSERT_TRUE(blocco.open(QIODevice::WriteOnly));

@@ -1,6 +1,7 @@
 #include "export/Xlsx.h"
 
 #include <QDate>
+#include <QHash>
 #include <QProcess>
 #include <QXmlStreamReader>
 
@@ -12,111 +13,90 @@ namespace {
 
 QString attr(const QXmlStreamReader& x, const char* name) { return x.attributes().value(QLatin1String(name)).toString(); }
 
-// "FFRRGGBB" to "RRGGBB".
-QString rgb(const QString& argb) { return argb.right(6); }
-
-struct Font {
-    QString text; // bold, then name, size and colour unless they are the defaults
-    QString name, size, color;
-};
+// The start elements of an XML text, each handed to `f` with the reader on it.
+template <class F> void perOgni(const QByteArray& xml, F f)
+{
+    QXmlStreamReader x(xml);
+    while (!x.atEnd())
+        if (x.readNext() == QXmlStreamReader::StartElement)
+            f(x);
+}
 
 } // namespace
 
 Xlsx::Xlsx(const QString& path) : path_(path)
 {
-    QXmlStreamReader wb(Parte(QStringLiteral("xl/workbook.xml")));
-    while (!wb.atEnd()) {
-        if (wb.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        if (wb.name() == QLatin1String("sheet"))
-            fogli_ << attr(wb, "name");
-        else if (wb.name() == QLatin1String("workbookView"))
-            attivo_ = attr(wb, "activeTab").toInt();
-    }
-    QXmlStreamReader ss(Parte(QStringLiteral("xl/sharedStrings.xml")));
-    while (!ss.atEnd())
-        if (ss.readNext() == QXmlStreamReader::StartElement && ss.name() == QLatin1String("t"))
-            condivise_ << ss.readElementText();
-
-    QHash<QString, QString> numeri = {{QStringLiteral("0"), QStringLiteral("General")}};
-    QList<Font> fonts;
-    QStringList fills;
+    perOgni(Parte("xl/workbook.xml"), [this](QXmlStreamReader& x) {
+        if (x.name() == u"sheet")
+            fogli_ << attr(x, "name");
+    });
+    perOgni(Parte("xl/sharedStrings.xml"), [this](QXmlStreamReader& x) {
+        if (x.name() == u"t")
+            condivise_ << x.readElementText();
+    });
+    QHash<QString, QString> numeri = {{"0", "General"}};
+    QStringList fonts, fills;
     bool inXfs = false;
-    QXmlStreamReader st(Parte(QStringLiteral("xl/styles.xml")));
-    while (!st.atEnd()) {
-        const auto token = st.readNext();
-        const auto n = st.name();
-        if (token == QXmlStreamReader::EndElement && n == QLatin1String("font")) {
-            Font& f = fonts.last();
-            if (f.name != QLatin1String("Calibri") || f.size != QLatin1String("11") || !f.color.isEmpty())
-                f.text += " " + f.name + " " + f.size + (f.color.isEmpty() ? QString() : " " + f.color);
-        }
-        if (token != QXmlStreamReader::StartElement)
-            continue;
-        if (n == QLatin1String("numFmt"))
-            numeri.insert(attr(st, "numFmtId"), attr(st, "formatCode"));
-        else if (n == QLatin1String("font"))
-            fonts.append(Font());
-        else if (n == QLatin1String("b"))
-            fonts.last().text = QStringLiteral(" bold");
-        else if (n == QLatin1String("sz"))
-            fonts.last().size = attr(st, "val");
-        else if (n == QLatin1String("name"))
-            fonts.last().name = attr(st, "val");
-        else if (n == QLatin1String("color") && !fonts.isEmpty() && !attr(st, "rgb").isEmpty())
-            fonts.last().color = rgb(attr(st, "rgb"));
-        else if (n == QLatin1String("fill"))
+    perOgni(Parte("xl/styles.xml"), [&](QXmlStreamReader& x) {
+        const auto n = x.name();
+        if (n == u"numFmt")
+            numeri.insert(attr(x, "numFmtId"), attr(x, "formatCode"));
+        else if (n == u"font")
+            fonts.append(QString());
+        else if (n == u"b")
+            fonts.last() = " bold";
+        else if (n == u"fill")
             fills.append(QString());
-        else if (n == QLatin1String("fgColor"))
-            fills.last() = " fill " + rgb(attr(st, "rgb"));
-        else if (n == QLatin1String("cellXfs"))
+        else if (n == u"fgColor")
+            fills.last() = " fill " + attr(x, "rgb").right(6);
+        else if (n == u"cellXfs")
             inXfs = true;
-        else if (inXfs && n == QLatin1String("xf"))
-            formati_ << numeri.value(attr(st, "numFmtId"), QStringLiteral("?")) + fonts.value(attr(st, "fontId").toInt()).text
-                    + fills.value(attr(st, "fillId").toInt()) + QStringLiteral(" locked");
-        else if (inXfs && n == QLatin1String("protection") && attr(st, "locked") == QLatin1String("0"))
+        else if (inXfs && n == u"xf")
+            formati_ << numeri.value(attr(x, "numFmtId"), "?") + fonts.value(attr(x, "fontId").toInt())
+                            + fills.value(attr(x, "fillId").toInt()) + " locked";
+        else if (inXfs && n == u"protection" && attr(x, "locked") == "0")
             formati_.last().chop(7);
-    }
+    });
 }
 
 QByteArray Xlsx::Parte(const QString& member) const
 {
     QProcess p;
-    p.start(QStringLiteral("unzip"), {QStringLiteral("-p"), path_, member});
+    p.start("unzip", {"-p", path_, member});
     if (!p.waitForFinished(20000))
         throw std::runtime_error("unzip did not finish");
     return p.exitCode() == 0 ? p.readAllStandardOutput() : QByteArray();
 }
 
-QString Xlsx::Foglio(int n) const { return QString::fromUtf8(Parte(QStringLiteral("xl/worksheets/sheet%1.xml").arg(n))); }
+QString Xlsx::Foglio(int n) const { return QString::fromUtf8(Parte(QString("xl/worksheets/sheet%1.xml").arg(n))); }
 
 XlsxCella Xlsx::Cella(int foglio, const QString& ref) const
 {
     QXmlStreamReader x(Foglio(foglio));
     while (!x.atEnd()) {
-        if (x.readNext() != QXmlStreamReader::StartElement || x.name() != QLatin1String("c") || attr(x, "r") != ref)
+        if (x.readNext() != QXmlStreamReader::StartElement || x.name() != u"c" || attr(x, "r") != ref)
             continue;
         XlsxCella c{attr(x, "t"), QString(), formati_.value(attr(x, "s").toInt())};
-        while (!(x.readNext() == QXmlStreamReader::EndElement && x.name() == QLatin1String("c")))
-            if (x.isStartElement() && x.name() == QLatin1String("v"))
+        while (!(x.readNext() == QXmlStreamReader::EndElement && x.name() == u"c"))
+            if (x.isStartElement() && x.name() == u"v")
                 c.valore = x.readElementText();
         if (c.tipo.isEmpty() && !c.valore.isEmpty())
-            c.tipo = QStringLiteral("n");
-        if (c.tipo == QLatin1String("s"))
+            c.tipo = "n";
+        if (c.tipo == "s")
             c.valore = condivise_.value(c.valore.toInt());
         return c;
     }
-    return {QStringLiteral("-"), QString(), QString()};
+    return {"-", QString(), QString()};
 }
 
 QString Xlsx::FormatoColonna(int foglio, int col) const
 {
-    QXmlStreamReader x(Foglio(foglio));
-    while (!x.atEnd())
-        if (x.readNext() == QXmlStreamReader::StartElement && x.name() == QLatin1String("col")
-            && attr(x, "min").toInt() <= col && col <= attr(x, "max").toInt())
-            return formati_.value(attr(x, "style").toInt());
-    return QStringLiteral("-");
+    QString formato = "-";
+    perOgni(Foglio(foglio).toUtf8(), [&](QXmlStreamReader& x) {
+        if (formato == "-" && x.name() == u"col" && attr(x, "min").toInt() <= col && col <= attr(x, "max").toInt())
+            formato = formati_.value(attr(x, "style").toInt());
+    });
+    return formato;
 }
 
 double SerialeExcel(int year, int month, int day)

