@@ -1,5 +1,7 @@
 #include "store/Database.h"
+#include "store/Delivered.h"
 
+#include "app/Codifica.h"
 #include "support/Fixture.h"
 
 #include <QFile>
@@ -180,4 +182,76 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     store::Database still;
     still.Open(from);
     EXPECT_EQ(Rows(still, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+}
+
+// The forward-only cursor reads what a snapshot would, in place.
+TEST_F(DatabaseTest, ForwardOnlyReadsLikeASnapshotAndKeepsItsLiteralsWhileOtherStatementsRun)
+{
+    store::Database& exe = db;
+    EXPECT_TRUE(exe.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
+
+    AddTrade(exe, "11/01/2003", "Sell", "DAY", "ENI", 40, 10.25);
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10.5);
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "FIAT", 7, 3);
+    AddTrade(exe, "12/01/2003", "Buy", "DAY", "TIM", 1, 1);
+
+    // The text literal is bound once; statements run during the walk must not disturb it.
+    store::ForwardOnly c = exe.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
+    const int data = c.Index("data"), cod = c.Index("COD"), qta = c.Index("Qta");
+    QStringList seen;
+    QString reused;
+    while (!c.Eof()) {
+        exe.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
+        c.Text(cod, &reused);
+        seen << c.Text(data) + '|' + reused + '|' + c.Text(qta) + '|' + QString::number(c.Number(qta));
+        c.MoveNext();
+    }
+    // Equal dates come in record order, as the snapshot gives them.
+    EXPECT_EQ(seen, (QStringList{"10/01/2003|ENI|100|100", "10/01/2003|FIAT|7|7", "11/01/2003|ENI|40|40"}));
+    EXPECT_THROW(c.MoveNext(), store::DbError);
+    EXPECT_THROW(c.Text(cod), store::DbError);
+
+    store::ForwardOnly r = exe.OpenForwardOnly("SELECT Titolo, Prezzo FROM Eseguiti WHERE Cod = 'ENI' ORDER BY Data");
+    EXPECT_EQ(r.Text(r.Index("Prezzo")), "10,5");
+    EXPECT_THROW(r.Index("Nessuna"), store::DbError);
+    EXPECT_THROW(r.Text(7), store::DbError);
+    exe.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
+    store::ForwardOnly u = exe.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
+    QString titolo = "un testo più lungo";
+    u.Text(0, &titolo);
+    EXPECT_EQ(titolo, "Società");
+    EXPECT_THROW(exe.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
+}
+
+TEST(Delivered, FreshFolderGetsBothDatabasesWithTheirRows)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(store::InstallDelivered(dir.path()));
+    EXPECT_FALSE(store::InstallDelivered(dir.path())); // second start: nothing installed
+    EXPECT_TRUE(QFile::exists(dir.filePath("Start")));
+
+    store::Database set;
+    set.Open(dir.filePath("DataSet.qvd"));
+    store::Recordset s = set.OpenRecordset("SELECT  * FROM Settaggi");
+    ASSERT_EQ(s.RecordCount(), 1);
+    EXPECT_EQ(s.Text("ApriUltimo"), "0");
+    EXPECT_EQ(Codifica("D", kChiavePassword, s.Text("Pwd")), "0");
+    for (const char* flag : {"Tip", "Benvenuto", "Clock", "Menu"})
+        EXPECT_EQ(s.Number(flag), 1) << flag;
+    EXPECT_GT(s.Number("CapitaleIniziale"), 0);
+
+    EXPECT_GE(set.OpenRecordset("SELECT Cod FROM System").RecordCount(), 1);
+    store::Recordset e = set.OpenRecordset("SELECT * FROM Errori");
+    ASSERT_GE(e.RecordCount(), 10);
+    EXPECT_EQ(e.Text("Cod"), "NE");
+    EXPECT_EQ(Rows(set, "SELECT * FROM Errori"), Rows(set, "SELECT * FROM ErroriDefault"));
+    EXPECT_EQ(set.OpenRecordset("SELECT *  FROM Colori").RecordCount(), 1);
+    EXPECT_GE(set.OpenRecordset("SELECT Consiglio FROM Consiglio").RecordCount(), 120);
+
+    store::Database exe;
+    exe.Open(dir.filePath("DataExe.qvd"));
+    for (const char* table : {"Eseguiti", "EseguitiTemp", "EseguitiBackup", "Portafoglio", "OperazioniChiuse", "Conto"})
+        EXPECT_EQ(exe.OpenRecordset(QString("SELECT * FROM ") + table).RecordCount(), 0) << table;
+    // The tables of the ledger share their columns in order, for INSERT ... SELECT *.
+    exe.Execute("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti");
 }
