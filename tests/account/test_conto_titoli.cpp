@@ -12,7 +12,6 @@
 #include "support/Utente.h"
 
 #include <QAction>
-#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolBar>

