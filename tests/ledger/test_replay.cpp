@@ -194,26 +194,29 @@ TEST_F(ReplayTest, SequenceCheckWalksQuantitiesInDateOrderWithExactCodes)
     AddTrade(exe, "13/01/2003", "Sell", "DAY", "ENI", 20, 1);
     EXPECT_EQ(ledger::ControlloSequenza(exe), "");
 
-    // Case counts here, while the replay's look-up ignores it: a sale of "eni" finds no "ENI",
-    AddTrade(exe, "14/01/2003", "Sell", "DAY", "eni", 1, 1);
-    EXPECT_EQ(ledger::ControlloSequenza(exe), "eni non e' in portafoglio in data: 14/01/2003");
-    exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
-    // and the pieces bought as "Eni" don't help a sale of "ENI".
-    AddTrade(exe, "14/01/2003", "Buy", "DAY", "Eni", 40, 1);
-    AddTrade(exe, "14/01/2003", "Sell", "DAY", "ENI", 31, 1);
-    EXPECT_EQ(ledger::ControlloSequenza(exe), "ENI disponibili solo 30 pezzi");
-    exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
-
-    // A sold-out code keeps its slot at 0.
-    AddTrade(exe, "15/01/2003", "Sell", "DAY", "ENI", 30, 1);
-    AddTrade(exe, "16/01/2003", "Sell", "DAY", "ENI", 1, 1);
-    EXPECT_EQ(ledger::ControlloSequenza(exe), "ENI disponibili solo 0 pezzi");
-
-    // A sale before its buy on the same date, in record order.
-    exe.Execute("DELETE * FROM Eseguiti");
-    AddTrade(exe, "10/01/2003", "Sell", "DAY", "FIAT", 5, 1);
-    AddTrade(exe, "10/01/2003", "Buy", "DAY", "FIAT", 5, 1);
-    EXPECT_EQ(ledger::ControlloSequenza(exe), "FIAT non e' in portafoglio in data: 10/01/2003");
+    // Each case: trades added after the four above, and the check's answer.
+    const struct {
+        QStringList trades; // date, type, code, quantity
+        QString risposta;
+    } casi[] = {
+        // Case counts here, while the replay's look-up ignores it: a sale of "eni" finds no "ENI",
+        {{"14/01/2003 Sell eni 1"}, "eni non e' in portafoglio in data: 14/01/2003"},
+        // and the pieces bought as "Eni" don't help a sale of "ENI".
+        {{"14/01/2003 Buy Eni 40", "14/01/2003 Sell ENI 31"}, "ENI disponibili solo 30 pezzi"},
+        // A sold-out code keeps its slot at 0.
+        {{"15/01/2003 Sell ENI 30", "16/01/2003 Sell ENI 1"}, "ENI disponibili solo 0 pezzi"},
+        // A sale before its buy on the same date, in record order.
+        {{"10/01/2003 Sell FIAT 5", "10/01/2003 Buy FIAT 5"}, "FIAT non e' in portafoglio in data: 10/01/2003"},
+    };
+    for (const auto& caso : casi) {
+        SCOPED_TRACE(caso.risposta.toStdString());
+        exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
+        for (const QString& t : caso.trades) {
+            const QStringList f = t.split(' ');
+            AddTrade(exe, f[0], f[1], "DAY", f[2], f[3].toDouble(), 1);
+        }
+        EXPECT_EQ(ledger::ControlloSequenza(exe), caso.risposta);
+    }
 
     // A blank code is slot 0: it never takes a slot of its own.
     exe.Execute("DELETE * FROM Eseguiti");
