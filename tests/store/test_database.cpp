@@ -16,6 +16,13 @@ namespace {
 class DatabaseTest : public ::testing::Test {
 protected:
     void SetUp() override { db.Open(folder.NewPortfolio()); }
+    QString scriviFile(const QString& name, const QByteArray& bytes)
+    {
+        QFile f(folder.File(name));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return f.fileName();
+    }
     ProgramFolder folder;
     store::Database db;
 };
@@ -28,13 +35,10 @@ TEST_F(DatabaseTest, OpenRefusesMissingFilesAndFilesThatAreNoDatabase)
     EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
     EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
 
-    QFile text(folder.File("testo.qvp"));
-    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
-    text.write("Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
-    text.close();
-    const QByteArray before = FileBytes(text.fileName());
-    EXPECT_THROW(other.Open(text.fileName()), store::DbError);
-    EXPECT_EQ(FileBytes(text.fileName()), before);
+    const QString text = scriviFile("testo.qvp", "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
+    const QByteArray before = FileBytes(text);
+    EXPECT_THROW(other.Open(text), store::DbError);
+    EXPECT_EQ(FileBytes(text), before);
 }
 
 TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
@@ -165,11 +169,7 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     const QString from = db.Path();
     db.Close();
-    const QString to = folder.File("copia con spazi e l'apostrofo.qvp");
-    QFile junk(to);
-    ASSERT_TRUE(junk.open(QIODevice::WriteOnly));
-    junk.write("vecchio");
-    junk.close();
+    const QString to = scriviFile("copia con spazi e l'apostrofo.qvp", "vecchio");
     store::Database::CopyFile(from, to);
     store::Database copy;
     copy.Open(to);
