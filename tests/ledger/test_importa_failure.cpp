@@ -23,14 +23,13 @@ TEST_F(ProgramTest, AReplayFailingOnAnImportedRowLeavesThePortfolioAsBefore)
     AddTrade(Module1::dbExe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
     frame->ControlloMenu();
     QTemporaryDir giorni;
-    {
-        // A first buy of 3 x 3.4 = 10.2: the replay writes that amount with its decimal comma.
-        QFile f(QDir(giorni.path()).filePath("RT_20030117.csv"));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n"
-                "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
-                "U1,09:10,MTA,D,BUY,3,TIM,3.4,F,DAY,2\r\n");
-    }
+    QFile f(QDir(giorni.path()).filePath("RT_20030117.csv"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    // A first buy of 3 x 3.4 = 10.2: the replay writes that amount with its decimal comma.
+    f.write("Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n"
+            "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
+            "U1,09:10,MTA,D,BUY,3,TIM,3.4,F,DAY,2\r\n");
+    f.close();
     const QStringList prima = Rows(Module1::dbExe, "SELECT * FROM Eseguiti");
 
     Importa* w = Importa::Instance();

@@ -1,4 +1,5 @@
 #include "ledger/Replay.h"
+#include "ledger/Sequence.h"
 
 #include "support/Fixture.h"
 
@@ -67,6 +68,14 @@ TEST_F(ReplayTest, WorkedExampleToTheLastDigit)
     EXPECT_EQ(portafoglio(), QStringList{"ENI|10|20|200|5"});
     EXPECT_EQ(chiuse().size(), 2);
     EXPECT_EQ(contatore("NE"), 2); // rebuilt from nothing, not added to the last replay
+
+    // The counters follow the last portfolio replayed.
+    store::Database second;
+    second.Open(folder.NewPortfolio("secondo.qvp"));
+    AddTrade(second, "13/01/2003", "Buy", "T2", "TIM", 100, 1, "SL");
+    ledger::RicalcolaPortafoglio(second, set, {});
+    EXPECT_EQ(contatore("EA"), 0);
+    EXPECT_EQ(contatore("SL"), 1);
 }
 
 TEST_F(ReplayTest, PartialClosesRoundTheAmountToOneDecimal)
@@ -161,28 +170,56 @@ TEST_F(ReplayTest, AFailingStatementChangesNoFile)
     EXPECT_EQ(portafoglio(), before);
     EXPECT_EQ(contatore("EA"), 1);
 
-    // A portfolio without one of its tables fails at the first statement that needs it.
-    exe.Execute("DELETE * FROM Eseguiti");
-    exe.Execute("DROP TABLE OperazioniChiuse");
-    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "NE");
-    EXPECT_THROW(replay(), store::DbError);
-    EXPECT_EQ(portafoglio(), before);
-    EXPECT_EQ(contatore("EA"), 1);
-
     store::Database reopened;
     reopened.Open(folder.File("DataSet.qvd"));
     EXPECT_EQ(reopened.OpenRecordset("SELECT Contatore FROM Errori WHERE Cod = 'EA'").Number("Contatore"), 1);
 }
 
-TEST_F(ReplayTest, CountersFollowTheLastPortfolioReplayed)
+// The sequence check on its own, as the trade window and the import run it before each change.
+TEST_F(ReplayTest, SequenceCheckWalksQuantitiesInDateOrderWithExactCodes)
 {
-    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
-    AddTrade(exe, "14/01/2003", "Buy", "T2", "ENI", 100, 10, "EA");
-    replay();
-    store::Database second;
-    second.Open(folder.NewPortfolio("secondo.qvp"));
-    AddTrade(second, "13/01/2003", "Buy", "T2", "TIM", 100, 1, "SL");
-    ledger::RicalcolaPortafoglio(second, set, {});
-    EXPECT_EQ(contatore("EA"), 0);
-    EXPECT_EQ(contatore("SL"), 1);
+    EXPECT_EQ(ledger::ControlloSequenza(exe), "");
+
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 1);
+    AddTrade(exe, "11/01/2003", "Sell", "DAY", "ENI", 100, 1);
+    AddTrade(exe, "12/01/2003", "buy", "DAY", "ENI", 50, 1);
+    AddTrade(exe, "13/01/2003", "Sell", "DAY", "ENI", 20, 1);
+    EXPECT_EQ(ledger::ControlloSequenza(exe), "");
+
+    // Each case: trades added after the four above, and the check's answer.
+    const struct {
+        QStringList trades; // date, type, code, quantity
+        QString risposta;
+    } casi[] = {
+        // Case counts here, while the replay's look-up ignores it: a sale of "eni" finds no "ENI",
+        {{"14/01/2003 Sell eni 1"}, "eni non e' in portafoglio in data: 14/01/2003"},
+        // and the pieces bought as "Eni" don't help a sale of "ENI".
+        {{"14/01/2003 Buy Eni 40", "14/01/2003 Sell ENI 31"}, "ENI disponibili solo 30 pezzi"},
+        // A sold-out code keeps its slot at 0.
+        {{"15/01/2003 Sell ENI 30", "16/01/2003 Sell ENI 1"}, "ENI disponibili solo 0 pezzi"},
+        // A sale before its buy on the same date, in record order.
+        {{"10/01/2003 Sell FIAT 5", "10/01/2003 Buy FIAT 5"}, "FIAT non e' in portafoglio in data: 10/01/2003"},
+    };
+    for (const auto& caso : casi) {
+        SCOPED_TRACE(caso.risposta.toStdString());
+        exe.Execute("DELETE * FROM Eseguiti WHERE ID > 4");
+        for (const QString& t : caso.trades) {
+            const QStringList f = t.split(' ');
+            AddTrade(exe, f[0], f[1], "DAY", f[2], f[3].toDouble(), 1);
+        }
+        EXPECT_EQ(ledger::ControlloSequenza(exe), caso.risposta);
+    }
+
+    // A blank code is slot 0: it never takes a slot of its own.
+    exe.Execute("DELETE * FROM Eseguiti");
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "", 5, 1);
+    AddTrade(exe, "11/01/2003", "Sell", "DAY", "", 5, 1);
+    // 100 distinct codes pass, the 101st fails, even when every earlier one is sold out.
+    for (int i = 1; i <= 100; ++i)
+        AddTrade(exe, "12/01/2003", "Buy", "DAY", QString("C%1").arg(i), 1, 1);
+    for (int i = 1; i <= 100; ++i)
+        AddTrade(exe, "13/01/2003", "Sell", "DAY", QString("C%1").arg(i), 1, 1);
+    EXPECT_EQ(ledger::ControlloSequenza(exe), "");
+    AddTrade(exe, "14/01/2003", "Buy", "DAY", "C101", 1, 1);
+    EXPECT_THROW(ledger::ControlloSequenza(exe), platform::IndexOutOfRange);
 }

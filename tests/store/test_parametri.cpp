@@ -6,13 +6,12 @@
 #include "store/frmParametriIniziali.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
+#include "support/Utente.h"
 
 #include <QAction>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -38,12 +37,8 @@ protected:
     store::Database set;
 };
 
-void scrivi(QWidget* w, const char* name, const QString& text)
-{
-    auto* e = w->findChild<QLineEdit*>(name);
-    e->clear();
-    QTest::keyClicks(e, text);
-}
+void scrivi(QWidget* w, const char* name, const QString& text) { Scrivi(w->findChild<QLineEdit*>(name), text); }
+void clicca(QWidget* w, const char* name) { Clicca(w->findChild<QPushButton*>(name)); }
 
 } // namespace
 
@@ -54,7 +49,7 @@ TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredVal
         EXPECT_EQ(w->findChild<QLineEdit*>("txtCapitaleIniziale")->text(), "10000");
         scrivi(w, "txtCapitaleIniziale", "25000,505");  // two decimals at most
         scrivi(w, "txtCapitalGain", "125,5");           // two digits before the comma
-        w->findChild<QLineEdit*>("txtSLMM")->clear();   // emptied: keeps 250
+        scrivi(w, "txtSLMM", "");                       // emptied: keeps 250
         scrivi(w, "txtSLP", "2,,5");                    // one comma only
         w->close();                                     // closing by the window's own button saves too
     });
@@ -62,7 +57,7 @@ TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredVal
 
     apri([](QWidget* w) {
         scrivi(w, "txtSLMM", "300");
-        w->findChild<QPushButton*>("Command2")->click();
+        clicca(w, "Command2");
     });
     EXPECT_EQ(settaggi(), QStringList{"25000,5|12,5|300|2,5"});
 }
@@ -77,14 +72,14 @@ TEST_F(ParametriTest, SystemsGridEditsAddsAndKeepsTheLastRow)
         EXPECT_TRUE(model->setData(model->index(0, 2), "2,5"));      // a comma number into Commissioni
         WhenModal([](QWidget* box) { box->close(); }, [](QWidget* b) { return b->objectName() == "MsgBox"; });
         EXPECT_FALSE(model->setData(model->index(0, 3), "tanto"));   // refused, the cell keeps its value
-        w->findChild<QPushButton*>("cmd_Aggiungi")->click();
+        clicca(w, "cmd_Aggiungi");
         EXPECT_EQ(model->rowCount(), 6);
         // Delete down to one row; the last one stays.
         for (int i = 0; i < 6; ++i) {
-            grid->setCurrentIndex(model->index(0, 0));
+            ClickRiga(grid, 0);
             if (model->rowCount() == 1)
                 PressOnModal("OK");
-            w->findChild<QPushButton*>("cmd_Elimina")->click();
+            clicca(w, "cmd_Elimina");
         }
         EXPECT_EQ(model->rowCount(), 1);
         w->close();
