@@ -1,5 +1,5 @@
 // What the preference windows compute without a window: the shared random generator,
-// the clock hands, the credits' colours, the file type and the system information tool.
+// the clock hands, the file type and the system information tool.
 #include "app/Codifica.h"
 #include "instruments/ClockGeometry.h"
 #include "platform/Casuale.h"
@@ -7,7 +7,6 @@
 #include "platform/Registro.h"
 #include "prefs/AssociaFile.h"
 #include "prefs/Consigli.h"
-#include "prefs/Crediti.h"
 #include "prefs/InfoSistema.h"
 #include "support/Fixture.h"
 
@@ -102,36 +101,10 @@ TEST(ClockGeometry, HourHandAndTimeZones)
     const QPointF meta = orologio::Disegna(r, QTime(21, 30)).oraria.p2() - QPointF(r, r);
     EXPECT_NEAR(qRadiansToDegrees(std::atan2(-meta.y(), -meta.x())), 15.0, 1e-3);
     EXPECT_NEAR(std::hypot(meta.x(), meta.y()), 0.7 * r, 1e-3);
-    // Half a degree a minute, rounded half to even: 1 min -> 0.5 -> 0, 3 -> 1.5 -> 2, 5 -> 2.5 -> 2.
-    EXPECT_EQ(orologio::AngoloOre(QTime(9, 1)), 90);
-    EXPECT_EQ(orologio::AngoloOre(QTime(9, 3)), 92);
-    EXPECT_EQ(orologio::AngoloOre(QTime(9, 5)), 92);
 
     // Fixed offsets on the machine's clock, wrapping round midnight.
     EXPECT_EQ(orologio::OraDelFuso(QTime(2, 0), -6), QTime(20, 0));
     EXPECT_EQ(orologio::OraDelFuso(QTime(20, 30, 15), 8), QTime(4, 30, 15));
-}
-
-TEST(Credits, LinesComeUpOutOfBlackShineInTheMiddleAndLoop)
-{
-    using prefs::Rgb;
-    EXPECT_EQ(prefs::ColoreCredito(1200, 2400), (Rgb{50, 150, 255}));
-    EXPECT_EQ(prefs::ColoreCredito(2400, 2400), Rgb{});
-    // A quarter in: f = 600 / 1200 = 0.5 -> 25, 75, 127.5 rounded to even 128; the same a quarter from the bottom.
-    EXPECT_EQ(prefs::ColoreCredito(600, 2400), (Rgb{25, 75, 128}));
-    EXPECT_EQ(prefs::ColoreCredito(1800, 2400), (Rgb{25, 75, 128}));
-    EXPECT_EQ(prefs::ColoreCredito(-40, 2400), Rgb{}); // leaving at the top
-
-    prefs::Crediti c(3, 100, 1000, 0); // tops 0, 100, 200
-    c.Passo();
-    EXPECT_EQ(c.Colore(1), prefs::ColoreCredito(100, 1000)); // the colour of where it stood
-    for (int i = 0; i < 99; ++i)
-        c.Passo();
-    EXPECT_EQ(c.Top(0), -100); // minus its height: it has left the area
-    c.Passo();
-    EXPECT_EQ(c.Top(0), 999); // below the area again, one tick up
-    EXPECT_EQ(c.Colore(0), Rgb{});
-    EXPECT_EQ(c.Top(1), -1);
 }
 
 TEST(FileType, FreedesktopFormInTheDataFolder)
