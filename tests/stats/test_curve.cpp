@@ -99,11 +99,6 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     EXPECT_EQ(chiuse->model()->rowCount(), 2);
     EXPECT_EQ(finestra("frmPortafoglio")->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "600"); // 60 * 10
 
-    // A stop level of 0 puts the line on the axis, not at "-0".
-    Module1::dbSet.Execute("UPDATE Settaggi SET SLMM = 0");
-    frame->ControlloMenu();
-    EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/0 -200/0");
-
     // Without sales the table and both curves close; the portfolio and the account stay.
     eliminaEseguito(3);
     EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
