@@ -150,7 +150,8 @@ TEST_F(StatsWindowsTest, LimitsEndInAFailureWithTheFilesUntouched)
             chiusa(p);
         tx.Commit();
     };
-    auto fallisce = [this](const char* name, long long indice) {
+    auto fallisce = [this, &molte](const char* name, const std::vector<double>& valori, long long indice) {
+        molte(valori);
         const QByteArray prima = impronta();
         try {
             apri(name);
@@ -183,30 +184,25 @@ TEST_F(StatsWindowsTest, LimitsEndInAFailureWithTheFilesUntouched)
     EXPECT_EQ(in<platform::FlexGrid>(apri("frmRisk"), "MSFlexGrid_FP")->TextMatrix(50, 0), "0,25%");
     chiudi("frmRisk");
     percentuali.push_back(-1);
-    molte(percentuali);
-    fallisce("frmRisk", 51);
+    fallisce("frmRisk", percentuali, 51);
 
     // 1000 rows fit the percentage list, the 1001st does not.
     molte(std::vector<double>(alterni.begin(), alterni.begin() + 1000));
     EXPECT_EQ(lab(apri("frmRisk"), "lab_TotMDD"), "999");
     chiudi("frmRisk");
-    molte(std::vector<double>(alterni.begin(), alterni.begin() + 1001));
-    fallisce("frmRisk", 1001);
+    fallisce("frmRisk", std::vector<double>(alterni.begin(), alterni.begin() + 1001), 1001);
 
     // 1000 runs fit, the 1001st does not (1002 alternating rows), in both windows.
     EXPECT_EQ(in<platform::Chart>(apri("frmMDD"), "msc_SeqPosNeg")->RowCount(), 1000);
     chiudi("frmMDD");
-    molte(alterni);
-    fallisce("frmMDD", 1001);
+    fallisce("frmMDD", alterni, 1001);
 
     // 50 distinct lengths fit the chart table; 51 fail there, 101 already in the frequency table.
     molte(lunghezze(25, 25));
     EXPECT_EQ(in<platform::FlexGrid>(apri("frmMDD"), "MSFlexGrid_MDD")->TextMatrix(50, 0), "-25");
     chiudi("frmMDD");
-    molte(lunghezze(26, 25));
-    fallisce("frmMDD", 51);
-    molte(lunghezze(51, 50));
-    fallisce("frmMDD", 101);
+    fallisce("frmMDD", lunghezze(26, 25), 51);
+    fallisce("frmMDD", lunghezze(51, 50), 101);
 
     // And the empty table, reached through a menu that stays enabled.
     svuota();
