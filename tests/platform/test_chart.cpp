@@ -57,11 +57,6 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
     ASSERT_NE(area->lowerSeries(), nullptr);
     EXPECT_EQ(area->lowerSeries()->points().value(2), QPointF(2, 0));
     EXPECT_EQ(area->upperSeries()->points().value(2), QPointF(2, -5));
-    // The 3D types stand out of the page, the 2D ones lie flat.
-    c.SetChartType(Chart::Bar3D);
-    EXPECT_TRUE(c.ChartItem()->isPlotAreaBackgroundVisible());
-    c.SetChartType(Chart::Bar2D);
-    EXPECT_FALSE(c.ChartItem()->isPlotAreaBackgroundVisible());
 
     // Axis figures in Italian: x from -0.5 to 1.5 takes ticks at halves.
     c.ChartData(QVector<QVector<QVariant>>{{-0.5, 20}, {1.5, 33.33}});
@@ -79,7 +74,6 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
 TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
 {
     // The windows' captions come with and without the blank.
-    EXPECT_EQ(platform::ChartTypeOf("Barre3D"), 0);
     EXPECT_EQ(platform::ChartTypeOf("Linee 3D"), 2);
     EXPECT_EQ(platform::ChartTypeOf("Area3D"), 4);
     Chart a, b;
@@ -99,9 +93,4 @@ TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
     chart.setGeometry(0, 0, 10, 10);
     platform::ApplyChartResize(&form, &chart, nullptr, platform::ResizeRuleOf("msc_Errori"));
     EXPECT_EQ(chart.geometry(), QRect(platform::Twips(4760), 0, platform::Twips(10800 - 4600), platform::Twips(7200 - 400)));
-    // Too small: width and height keep what they had, Left is set all the same.
-    form.resize(300, 60);
-    chart.setGeometry(0, 0, 10, 10);
-    platform::ApplyChartResize(&form, &chart, nullptr, platform::ResizeRuleOf("msc_Errori"));
-    EXPECT_EQ(chart.geometry(), QRect(platform::Twips(4760), 0, 10, 10));
 }

@@ -64,10 +64,6 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
         click(w, "chk_IconeName");
         click(w, "chk_Icone32"); // names only with large icons, even when ticked
         EXPECT_FALSE(nomi->isEnabled());
-        click(w, "chk_Menu");
-        click(w, "chk_Menu");
-        EXPECT_TRUE(grandi->isEnabled());
-        EXPECT_FALSE(nomi->isEnabled());
 
         // Apply acts on the frame only; cancelling keeps that for this run and stores nothing.
         click(w, "chk_Clock");
@@ -91,12 +87,6 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
     EXPECT_FALSE(frame->Toolbar1()->isVisibleTo(frame));
     EXPECT_EQ(frame->Toolbar3()->height(), 1000 / 15);
     EXPECT_EQ(settaggi("Tip, Benvenuto, Clock, Menu, Icone32, IconeName"), QStringList{"1|0|1|0|1|1"});
-
-    // Stored without the toolbar, the icon options come up grey.
-    apri("mnu_OpzioniVista", "OpzioniVista", [](QWidget* w) {
-        EXPECT_FALSE(c<QCheckBox>(w, "chk_IconeName")->isEnabled());
-        QTest::keyClick(w, Qt::Key_Escape);
-    });
 }
 
 TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)

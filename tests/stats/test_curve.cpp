@@ -3,10 +3,8 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "platform/Chart.h"
-#include "platform/ChartStyle.h"
 #include "platform/DataSource.h"
 #include "platform/Forms.h"
-#include "stats/frmOperazioniChiuse.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 #include "support/Utente.h"
@@ -15,7 +13,6 @@
 #include <QChart>
 #include <QLineSeries>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPushButton>
 #include <QToolBar>
 
@@ -76,6 +73,10 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     // One operation: one point equal to its result in both curves, against minus SLMM (250).
     EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
     EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/-250");
+    // Filled cell by cell, drawn once: the line is there with its one point.
+    auto* line = qobject_cast<QLineSeries*>(grafico("frmGrOperazioni", "msc_GrOperazioni")->ChartItem()->series().value(0));
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(line->count(), 1);
     auto* chiuse = finestra("frmOperazioniChiuse")->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
     EXPECT_EQ(chiuse->model()->rowCount(), 1);
     // The style chosen stays through every refresh.
@@ -98,11 +99,6 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     EXPECT_EQ(chiuse->model()->rowCount(), 2);
     EXPECT_EQ(finestra("frmPortafoglio")->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "600"); // 60 * 10
 
-    // A stop level of 0 puts the line on the axis, not at "-0".
-    Module1::dbSet.Execute("UPDATE Settaggi SET SLMM = 0");
-    frame->ControlloMenu();
-    EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/0 -200/0");
-
     // Without sales the table and both curves close; the portfolio and the account stay.
     eliminaEseguito(3);
     EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
@@ -118,14 +114,13 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     EXPECT_NE(finestra("frmEseguiti"), nullptr);
 }
 
-TEST_F(CurveTest, ClosedOperationsGridCentredAndItsWidthSnapsBack)
+TEST_F(CurveTest, ClosedOperationsGridShowsTheCommissionWhole)
 {
     AddTrade(Module1::dbExe, "13/01/2003", "Buy", "T2", "ENI", 3, 10);
     AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 1, 12.3333);
     frame->ControlloMenu();
     apri("Op.Chiuse");
-    QWidget* w = finestra("frmOperazioniChiuse");
-    auto* grid = w->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
+    auto* grid = finestra("frmOperazioniChiuse")->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
     QStringList riga;
     for (int i = 0; i < grid->model()->columnCount(); ++i)
         riga << grid->Model()->Text(0, i);
@@ -134,34 +129,4 @@ TEST_F(CurveTest, ClosedOperationsGridCentredAndItsWidthSnapsBack)
     EXPECT_EQ(grid->model()->data(grid->model()->index(0, 8), Qt::TextAlignmentRole).toInt() & Qt::AlignRight, Qt::AlignRight);
     // The commission's fifteen digits show whole, not cut to "6,...".
     EXPECT_GE(grid->columnWidth(7), grid->fontMetrics().horizontalAdvance(riga[7]) + 8);
-
-    // Wider in the normal state: the width snaps back, the height follows.
-    auto* sub = qobject_cast<QMdiSubWindow*>(w->parentWidget());
-    ASSERT_NE(sub, nullptr);
-    sub->resize(sub->width() + 200, sub->height() + 60);
-    EXPECT_EQ(w->width(), platform::Twips(frmOperazioniChiuse::kLarghezza));
-    EXPECT_EQ(grid->height(), platform::Twips(w->height() * 12 - 370));
-    // Maximised the width is free and the grid stands in the middle.
-    sub->showMaximized();
-    EXPECT_GT(w->width(), platform::Twips(frmOperazioniChiuse::kLarghezza));
-    EXPECT_EQ(grid->x(), platform::Twips((w->width() * 12 - grid->width() * 12) / 2));
-}
-
-TEST_F(CurveTest, CurveFollowsItsResizeRuleAndDrawsItsOnePoint)
-{
-    AddTrade(Module1::dbExe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
-    AddTrade(Module1::dbExe, "17/01/2003", "Sell", "T2", "ENI", 100, 9);
-    frame->ControlloMenu();
-    apri("Sequenze");
-    QWidget* w = finestra("frmGrOperazioni");
-    qobject_cast<QMdiSubWindow*>(w->parentWidget())->resize(1000, 640);
-    const int H = w->height() * 12;
-    auto* chart = w->findChild<platform::Chart*>("msc_GrOperazioni");
-    EXPECT_EQ(chart->geometry(), QRect(0, 0, w->width(), platform::Twips(H - 1100)));
-    EXPECT_EQ(w->findChild<QWidget*>("frm_Grafici")->y(), platform::Twips(H - 900));
-    EXPECT_EQ(chart->DataAt(1, 1), "-100");
-    // Filled cell by cell, drawn once: the line is there with its one point.
-    auto* line = qobject_cast<QLineSeries*>(chart->ChartItem()->series().value(0));
-    ASSERT_NE(line, nullptr);
-    EXPECT_EQ(line->count(), 1);
 }

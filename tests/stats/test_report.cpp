@@ -26,6 +26,13 @@ protected:
     }
     QWidget* report() { return frame->MostraFinestra("frmReport"); }
     QString lab(const char* n) { return report()->findChild<QLabel*>(n)->text(); }
+    QString labs(std::initializer_list<const char*> names)
+    {
+        QStringList out;
+        for (const char* n : names)
+            out << lab(n);
+        return out.join('|');
+    }
     platform::Chart* chart(const char* n) { return report()->findChild<platform::Chart*>(n); }
     void chiusa(double gp, double perc, double comm)
     {
@@ -48,20 +55,11 @@ TEST_F(ReportTest, GoldenLedgerThroughReplayAndReport)
     AddTrade(exe, "22/01/2003", "Sell", "T2", "TIM", 1000, 2); // gp 0, 0%, comm 5 + 5
     frame->ControlloMenu();
 
-    EXPECT_EQ(lab("lab_Gain"), "100");
-    EXPECT_EQ(lab("lab_Lose"), "300");
-    EXPECT_EQ(lab("lab_Commissioni"), "25");            // 6.25 + 8.75 + 10
-    EXPECT_EQ(lab("lab_CapitalGain"), "0");             // gross -200 is not above 0
-    EXPECT_EQ(lab("lab_TotaleGP"), "-225");             // (-200 - 25) - 0
-    EXPECT_EQ(lab("lab_OpGain"), "1");
-    EXPECT_EQ(lab("lab_OpGainP"), "33%");               // floor(100 * 1/3)
-    EXPECT_EQ(lab("lab_OpLoseP"), "33%");
-    EXPECT_EQ(lab("lab_OpPariP"), "33%");               // and they don't add up to 100
-    EXPECT_EQ(lab("lab_NumOperazioni"), "3");
-    EXPECT_EQ(lab("lab_PercGain"), "18,18%");
-    EXPECT_EQ(lab("lab_PercLose"), "-18,18%");
-    EXPECT_EQ(lab("lab_PercTotale"), "0");
-    EXPECT_EQ(lab("lab_PercMedia"), "0");
+    // Commissions 6.25 + 8.75 + 10 = 25; no tax on a gross -200; total (-200 - 25) - 0.
+    EXPECT_EQ(labs({"lab_Gain", "lab_Lose", "lab_Commissioni", "lab_CapitalGain", "lab_TotaleGP"}), "100|300|25|0|-225");
+    // floor(100 * 1/3) each, and they don't add up to 100.
+    EXPECT_EQ(labs({"lab_OpGain", "lab_OpGainP", "lab_OpLoseP", "lab_OpPariP", "lab_NumOperazioni"}), "1|33%|33%|33%|3");
+    EXPECT_EQ(labs({"lab_PercGain", "lab_PercLose", "lab_PercTotale", "lab_PercMedia"}), "18,18%|-18,18%|0|0");
     EXPECT_EQ(Module1::UtileNetto(), -225.0);
 
     platform::Chart* bil = chart("msc_Bilancio");
