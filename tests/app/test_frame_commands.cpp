@@ -158,14 +158,6 @@ TEST(KeyFilters, NumbersCommaAndCaretRules)
     // Caret in the integer part with full decimals: a digit passes only below the limit.
     EXPECT_EQ(typed("123,45", 1, "9"), "1923,45");
     EXPECT_EQ(typed("12345,45", 1, "9"), "12345,45");
-    // Backspace always passes; pasted text is not filtered.
-    txtPrezzo.setCursorPosition(8);
-    QTest::keyClick(&txtPrezzo, Qt::Key_Backspace);
-    EXPECT_EQ(txtPrezzo.text(), "12345,4");
-    txtPrezzo.clear();
-    txtPrezzo.insert("abc.1");
-    EXPECT_EQ(txtPrezzo.text(), "abc.1");
-
     // A selection: the text left of where it starts decides, whichever way it was dragged.
     txtPrezzo.setText("12,34");
     QTest::keyClick(&txtPrezzo, Qt::Key_Home);
@@ -174,10 +166,6 @@ TEST(KeyFilters, NumbersCommaAndCaretRules)
         QTest::keyClick(&txtPrezzo, Qt::Key_Right, Qt::ShiftModifier); // "2,3" selected, caret after it
     QTest::keyClicks(&txtPrezzo, "9");
     EXPECT_EQ(txtPrezzo.text(), "194");
-    // Shortcuts are no typed characters: select all and type over.
-    QTest::keyClick(&txtPrezzo, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&txtPrezzo, "7");
-    EXPECT_EQ(txtPrezzo.text(), "7");
 }
 
 #include "test_frame_commands.moc"

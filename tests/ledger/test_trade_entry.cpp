@@ -227,10 +227,6 @@ TEST_F(TradeEntryTest, APickedPositionAndAnotherCellOfTheRowBringTheirOwnFields)
     ChooseInCombo(combo("cmb_Titolo"), "FIAT spa"); // the title list leads the code list too
     EXPECT_EQ(combo("cmb_Codice")->currentText(), "FIAT");
     EXPECT_EQ(edit("txtQta")->text(), "30");
-    ChooseInCombo(combo("cmb_Codice"), "ENI");
-    EXPECT_EQ(combo("cmb_Titolo")->currentText(), "ENI spa");
-    EXPECT_EQ(edit("txtQta")->text(), "100");
-    ChooseInCombo(combo("cmb_Codice"), "FIAT");
     type("txtPrezzo", "6");
     conferma();
     EXPECT_EQ(portafoglio(), QStringList{"ENI|100|10|1000|5"});
