@@ -214,11 +214,10 @@ protected:
         start(std::move(splash));
         frame->Form_Activate();
     }
-    QString stored() { return Rows(Module1::dbSet, "SELECT Pwd FROM Settaggi").value(0); }
     // The plain text of the stored password, proved by scrambling it again with the seed it carries.
     void expectStored(const QString& plain)
     {
-        const QString coded = stored();
+        const QString coded = stored("Pwd").value(0);
         const int seedDigits = static_cast<int>(coded.size() - 2 * plain.size());
         ASSERT_TRUE(seedDigits == 1 || seedDigits == 2) << coded.toStdString();
         const int seed = coded.left(seedDigits).toInt(nullptr, 16);
@@ -272,12 +271,12 @@ TEST_F(PasswordTest, NewPasswordNeedsTheSameTextTwice)
     EXPECT_EQ(platform::Forms::Find("Pwd"), nullptr);
 
     // Annulla writes nothing.
-    const QString before = stored();
+    const QStringList before = stored("Pwd");
     pwd([](QWidget* w) {
         EXPECT_EQ(w->windowTitle(), "Modifica pasword");
         click(w, "com_Annulla");
     });
-    EXPECT_EQ(stored(), before);
+    EXPECT_EQ(stored("Pwd"), before);
 }
 
 TEST_F(PasswordTest, ChangeUnlocksOnTheCurrentPasswordAndEmptyBoxesRemoveIt)
