@@ -140,21 +140,6 @@ TEST_F(ReplayTest, StoppingSalesLeaveWhatCameBeforeAndNothingAfter)
     EXPECT_EQ(messages, QStringList{"BPM e' stato venduto : 10/01/2003"});
     EXPECT_EQ(portafoglio(), QStringList{});
     EXPECT_EQ(chiuse(), QStringList{});
-
-    exe.Execute("DELETE * FROM Eseguiti");
-    messages.clear();
-    AddTrade(exe, "10/01/2003", "Buy", "T2", "BPM", 10, 4);
-    AddTrade(exe, "10/01/2003", "Sell", "T2", "BPM", 10, 5);
-    replay();
-    EXPECT_TRUE(messages.isEmpty());
-    EXPECT_EQ(chiuse().size(), 1);
-
-    // An empty ledger leaves both tables empty and every counter at 0.
-    exe.Execute("DELETE * FROM Eseguiti");
-    replay();
-    EXPECT_EQ(portafoglio(), QStringList{});
-    EXPECT_EQ(chiuse(), QStringList{});
-    EXPECT_EQ(contatore("NE"), 0);
 }
 
 TEST_F(ReplayTest, AFailingStatementChangesNoFile)

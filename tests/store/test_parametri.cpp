@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,20 @@ protected:
 
 void scrivi(QWidget* w, const char* name, const QString& text) { Scrivi(w->findChild<QLineEdit*>(name), text); }
 void clicca(QWidget* w, const char* name) { Clicca(w->findChild<QPushButton*>(name)); }
+// Double clicks a cell, types over it and confirms with Return; the delegate commits on the next turn of the loop.
+void modificaCella(QTableView* grid, int row, int column, const QString& text)
+{
+    FlushDeletes(); // an earlier editor
+    const QPoint at = grid->visualRect(grid->model()->index(row, column)).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
+    auto* editor = grid->viewport()->findChild<QLineEdit*>();
+    ASSERT_TRUE(editor && editor->isVisible());
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+}
 
 } // namespace
 
@@ -69,9 +84,14 @@ TEST_F(ParametriTest, SystemsGridEditsAddsAndKeepsTheLastRow)
         auto* model = grid->model();
         ASSERT_EQ(model->rowCount(), 5);
         EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), "%.");
-        EXPECT_TRUE(model->setData(model->index(0, 2), "2,5"));      // a comma number into Commissioni
-        WhenModal([](QWidget* box) { box->close(); }, [](QWidget* b) { return b->objectName() == "MsgBox"; });
-        EXPECT_FALSE(model->setData(model->index(0, 3), "tanto"));   // refused, the cell keeps its value
+        modificaCella(grid, 0, 2, "2,5"); // a comma number into Commissioni
+        EXPECT_EQ(model->index(0, 2).data().toString(), "2,5");
+        const QString minimo = model->index(0, 3).data().toString();
+        QString testo;
+        PressOnModal("OK", &testo);
+        modificaCella(grid, 0, 3, "tanto");
+        EXPECT_EQ(testo, "Valore non valido: tanto");
+        EXPECT_EQ(model->index(0, 3).data().toString(), minimo); // refused, the cell keeps its value
         clicca(w, "cmd_Aggiungi");
         EXPECT_EQ(model->rowCount(), 6);
         // Delete down to one row; the last one stays.
