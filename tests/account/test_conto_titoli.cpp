@@ -41,7 +41,7 @@ protected:
     {
         Clicca(modo(0));
         ScriviData(c<QDateEdit>("dtp_Data"), data);
-        Scegli(c<QComboBox>("cmb_Tipo"), tipo);
+        ChooseInCombo(c<QComboBox>("cmb_Tipo"), tipo);
         Scrivi(c<QLineEdit>("txtImporto"), importo);
         if (!descrizione.isNull())
             Scrivi(c<QLineEdit>("txt_Descrizione"), descrizione);

@@ -227,9 +227,7 @@ protected:
 
 QString status(QWidget* w) { return w->findChild<QStatusBar*>("StatusBar1")->currentMessage(); }
 QLineEdit* box(QWidget* w, const char* name) { return w->findChild<QLineEdit*>(name); }
-// Buttons pressed from the keyboard: with the mouse going through the window system, a click
-// that closes a window deletes it before the code that answered it is done with it.
-void click(QWidget* w, const char* name) { QTest::keyClick(w->findChild<QPushButton*>(name), Qt::Key_Space); }
+void click(QWidget* w, const char* name) { QTest::mouseClick(w->findChild<QPushButton*>(name), Qt::LeftButton); }
 // Types as a keyboard does: a character beyond ASCII comes as the text of a key of its own.
 void digita(QWidget* w, const QString& text)
 {

@@ -86,8 +86,8 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     // The sale of the whole TIM position at 4, typed as a user types it.
     Clicca(e<QRadioButton>("Option1(0)"));
     ScriviData(e<QDateEdit>("dtp_Data"), "25/01/2003");
-    Scegli(e<QComboBox>("cmb_Tipo"), "Sell");
-    Scegli(e<QComboBox>("cmb_Codice"), "TIM");
+    ChooseInCombo(e<QComboBox>("cmb_Tipo"), "Sell");
+    ChooseInCombo(e<QComboBox>("cmb_Codice"), "TIM");
     EXPECT_EQ(e<QLineEdit>("txtQta")->text(), "200");
     Scrivi(e<QLineEdit>("txtPrezzo"), "4");
     Clicca(e<QPushButton>("cmd_Ok"));

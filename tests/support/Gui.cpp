@@ -373,10 +373,12 @@ void ChooseInCombo(QComboBox* combo, const QString& text)
 void RunModal(QAction* trigger, const QString& name, std::function<void(QWidget*)> work)
 {
     bool seen = false;
-    WhenModal([work, &seen](QWidget* w) {
+    WhenModal([work, &seen](QWidget* window) {
         seen = true;
-        work(w);
-        if (w->isVisible()) {
+        // A window that deletes itself on closing may be gone when the work returns.
+        QPointer<QWidget> w = window;
+        work(window);
+        if (w && w->isVisible()) {
             ADD_FAILURE() << w->objectName().toStdString() << " is still open";
             QMetaObject::invokeMethod(w, "reject", Qt::QueuedConnection);
         }

@@ -1,7 +1,6 @@
 #pragma once
 // What a user does with the mouse and the keyboard, for window tests.
 #include <QAbstractButton>
-#include <QComboBox>
 #include <QDateEdit>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -43,18 +42,6 @@ inline void ScriviData(QDateEdit* e, const QString& text)
     QTest::keyClick(e, Qt::Key_Right, Qt::ShiftModifier);
     QTest::keyClicks(e, QString(text).remove('/'));
     ASSERT_EQ(e->date().toString(QStringLiteral("dd/MM/yyyy")), text);
-}
-
-// Picks an item of a drop-down list with the keyboard, as a user without the mouse does.
-inline void Scegli(QComboBox* c, const QString& item)
-{
-    ASSERT_NE(c, nullptr);
-    const int i = c->findText(item);
-    ASSERT_GE(i, 0) << item.toStdString();
-    QTest::keyClick(c, Qt::Key_Home);
-    for (int k = 0; k < i; ++k)
-        QTest::keyClick(c, Qt::Key_Down);
-    ASSERT_EQ(c->currentText(), item);
 }
 
 // A click on a row of a grid.
