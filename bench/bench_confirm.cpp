@@ -5,13 +5,13 @@
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
 #include "ledger/frmEseguiti.h"
-#include "platform/FailureReport.h"
-#include "platform/Forms.h"
 
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
+
+#include "WindowBench.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,14 +20,9 @@ static void BM_ConfermaNuovoAcquisto(benchmark::State& state)
     bench::GeneratedLedger ledger;
     bench::MakeLedger(ledger, static_cast<int>(state.range(0)));
     const QString portfolio = ledger.dbExe.Path();
-    // The tips and the welcome window would wait for a user at the first activation.
-    ledger.dbSet.Execute(QStringLiteral("UPDATE Settaggi SET Tip = 0, Benvenuto = 0"));
     ledger.dbExe.Close();
     ledger.dbSet.Close();
-
-    Module1::Main(ledger.dir.path());
-    MDIForm1* frame = MDIForm1::Instance();
-    frame->Form_Activate();
+    MDIForm1* frame = bench::StartProgram(ledger.dir.path());
     Module1::dbExe.Open(portfolio);
     Module1::sFilePortafoglio = portfolio;
     frame->ControlloMenu();
@@ -42,20 +37,11 @@ static void BM_ConfermaNuovoAcquisto(benchmark::State& state)
         ok->click();
     }
     state.counters["trades"] = static_cast<double>(Module1::dbExe.OpenRecordset(QStringLiteral("SELECT Data  FROM Eseguiti")).RecordCount());
-    platform::Forms::UnloadAll();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    Module1::dbExe.Close();
-    Module1::dbSet.Close();
+    bench::CloseProgram();
 }
 BENCHMARK(BM_ConfermaNuovoAcquisto)->Arg(2000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    platform::Application app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Quorvel"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return bench::RunWindowBenchmarks(argc, argv);
 }

@@ -2,14 +2,14 @@
 // (2,000 trades), chart and grid filled; frmMedie, which has no refresh, is loaded.
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
-#include "platform/FailureReport.h"
 #include "platform/Forms.h"
 #include "platform/Numbers.h"
-#include "store/Delivered.h"
 
+#include <QCoreApplication>
 #include <QDate>
-#include <QDir>
 #include <QTemporaryDir>
+
+#include "WindowBench.h"
 
 #include <benchmark/benchmark.h>
 
@@ -26,16 +26,7 @@ struct Journal {
 
     Journal()
     {
-        store::InstallDelivered(dir.path());
-        {
-            // Straight to the frame: no tips or welcome window waiting for an answer.
-            store::Database settings;
-            settings.Open(QDir(dir.path()).filePath(store::kSettingsFile));
-            settings.Execute(QStringLiteral("UPDATE Settaggi SET Tip = 0, Benvenuto = 0"));
-        }
-        Module1::Main(dir.path());
-        frame = MDIForm1::Instance();
-        frame->Form_Activate();
+        frame = bench::StartProgram(dir.path());
         frame->mnu_NuovoPortafoglio_Click();
         const char* errori[] = {"NE", "NE", "NE", "NE", "EA", "ER", "UA", "UR", "SL", "MM", "CT", "FP"};
         std::mt19937 rng(20261123);
@@ -57,13 +48,7 @@ struct Journal {
         tx.Commit();
         frame->ControlloMenu();
     }
-    ~Journal()
-    {
-        platform::Forms::UnloadAll();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        Module1::dbExe.Close();
-        Module1::dbSet.Close();
-    }
+    ~Journal() { bench::CloseProgram(); }
 };
 
 std::unique_ptr<Journal>& journal()
@@ -113,12 +98,5 @@ BENCHMARK(BM_frmMedie)->Iterations(30)->Repetitions(5)->Unit(benchmark::kMillise
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    platform::Application app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Quorvel"));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    journal().reset();
-    return 0;
+    return bench::RunWindowBenchmarks(argc, argv, [] { journal().reset(); });
 }
