@@ -49,7 +49,7 @@ void compra(store::Database& dbExe, const Trade& t, double c)
     if (p.RecordCount() < 1) {
         dbExe.Execute(QStringLiteral("INSERT INTO Portafoglio (System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni)")
                       + "VALUES ('" + t.system + "','" + t.cod + "','" + t.titolo + "'," + SqlText(t.qta) + ","
-                      + SqlText(num::Round(t.prezzo, 4)) + "," + num::Text(t.importo) + "," + SqlText(c) + ")");
+                      + SqlText(num::Round(t.prezzo, 4)) + "," + SqlText(t.importo) + "," + SqlText(c) + ")");
         return;
     }
     const double pQta = p.Number(QStringLiteral("Qta"));
@@ -80,14 +80,14 @@ bool vendi(store::Database& dbExe, const Trade& t, double c, const PlainBox& box
     dbExe.Execute(QStringLiteral("INSERT INTO OperazioniChiuse (Data ,giornoDiSettimana ,System , Cod, Titolo,")
                   + "PzoCarico , Qta, Prezzo, GP , GPPercentuale, Commissioni)" + "VALUES ('" + num::DateText(t.data)
                   + "'," + QString::number(w) + ",'" + t.system + "','" + t.cod + "','" + t.titolo + "',"
-                  + SqlText(carico) + "," + num::Text(t.qta) + "," + SqlText(num::Round(t.prezzo, 4)) + ","
+                  + SqlText(carico) + "," + SqlText(t.qta) + "," + SqlText(num::Round(t.prezzo, 4)) + ","
                   + SqlText(num::Round(g, 4)) + "," + SqlText(num::Round(r, 2)) + "," + SqlText(k) + ")");
 
     if (t.qta == pQta) {
         dbExe.Execute("DELETE * FROM Portafoglio WHERE Cod = '" + t.cod + "'");
     } else if (t.qta < pQta) {
         const double q = pQta - t.qta;
-        dbExe.Execute("UPDATE Portafoglio SET Qta = " + num::Text(q) + ",Importo =" + SqlText(num::Round(carico * q, 1))
+        dbExe.Execute("UPDATE Portafoglio SET Qta = " + SqlText(q) + ",Importo =" + SqlText(num::Round(carico * q, 1))
                       + ", Commissioni =" + SqlText(pComm - quota) + " WHERE Cod ='" + t.cod + "'");
     } else {
         box(t.cod + " disponibili solo " + num::Text(pQta) + " pezzi");

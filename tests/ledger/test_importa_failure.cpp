@@ -25,10 +25,11 @@ TEST_F(ProgramTest, AReplayFailingOnAnImportedRowLeavesThePortfolioAsBefore)
     QTemporaryDir giorni;
     QFile f(QDir(giorni.path()).filePath("RT_20030117.csv"));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    // A first buy of 3 x 3.4 = 10.2: the replay writes that amount with its decimal comma.
+    // A buy at a zero price, then a sale of it: the replay divides by a load price of zero.
     f.write("Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n"
             "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
-            "U1,09:10,MTA,D,BUY,3,TIM,3.4,F,DAY,2\r\n");
+            "U1,09:10,MTA,D,BUY,3,TIM,0,F,DAY,2\r\n"
+            "U1,09:20,MTA,D,SELL,1,TIM,3.4,F,DAY,3\r\n");
     f.close();
     const QStringList prima = Rows(Module1::dbExe, "SELECT * FROM Eseguiti");
 
@@ -49,7 +50,7 @@ TEST_F(ProgramTest, AReplayFailingOnAnImportedRowLeavesThePortfolioAsBefore)
     QMetaObject::invokeMethod(w, "cmd_Ok_Click", Qt::QueuedConnection);
     QCoreApplication::processEvents();
     EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
-    EXPECT_TRUE(report.contains("INSERT INTO Portafoglio")) << report.toStdString();
+    EXPECT_TRUE(report.contains("Divisione per zero")) << report.toStdString();
 
     store::Database disk;
     disk.Open(Module1::dbExe.Path());

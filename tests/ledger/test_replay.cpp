@@ -98,11 +98,24 @@ TEST_F(ReplayTest, PartialClosesRoundTheAmountToOneDecimal)
     EXPECT_EQ(rows[1], "16/01/2003|5|T2|FIAT|FIAT spa|10,035|5|11|4,825|9,62|7,5");
 
     // Large amounts round to the nearest too: 87.5553 * 5368 = 469996.8504, not a tie.
-    // (A first buy's amount goes into its statement as is: a whole one, 875553.)
     AddTrade(exe, "13/01/2003", "Buy", "T2", "TEL", 10000, 87.5553);
     AddTrade(exe, "14/01/2003", "Sell", "T2", "TEL", 4632, 90);
     replay();
     EXPECT_EQ(Rows(exe, "SELECT Qta, Importo FROM Portafoglio WHERE Cod = 'TEL'"), QStringList{"5368|469996,9"});
+}
+
+// A first buy's amount, a sale's quantity and what a partial close leaves may have decimals.
+TEST_F(ReplayTest, DecimalAmountsAndFractionalQuantitiesReplay)
+{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 23.415);
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ETF", 2.5, 40);
+    AddTrade(exe, "14/01/2003", "Sell", "T2", "ETF", 0.75, 44);
+    replay();
+    EXPECT_TRUE(messages.isEmpty());
+    // 2.5 - 0.75 = 1.75 left, amount round(40 * 1.75, 1) = 70; commission 5 - 5*0.75/2.5 = 3.5.
+    EXPECT_EQ(portafoglio(), (QStringList{"ENI|100|23,415|2341,5|5", "ETF|1,75|40|70|3,5"}));
+    // 0.75*44 - 0.75*40 = 3; 10%; max(0.066, 5) + 1.5.
+    EXPECT_EQ(chiuse(), QStringList{"14/01/2003|3|T2|ETF|ETF spa|40|0,75|44|3|10|6,5"});
 }
 
 TEST_F(ReplayTest, UnknownSystemCostsNothingAndUnknownErrorCountsNothing)
@@ -149,8 +162,8 @@ TEST_F(ReplayTest, AFailingStatementChangesNoFile)
     ASSERT_EQ(contatore("EA"), 1);
     const QStringList before = portafoglio();
 
-    // A first buy whose amount has decimals: written as is, its comma breaks the statement.
-    AddTrade(exe, "14/01/2003", "Buy", "T2", "ENEL", 3, 10.05, "EA");
+    // An apostrophe in a title breaks the statement that opens the position.
+    AddTrade(exe, "14/01/2003", "Buy", "T2", "ENEL", 3, 10.05, "EA", "Ente d''Italia");
     EXPECT_THROW(replay(), store::DbError);
     EXPECT_EQ(portafoglio(), before);
     EXPECT_EQ(contatore("EA"), 1);

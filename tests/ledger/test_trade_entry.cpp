@@ -3,7 +3,9 @@
 #include "app/Module1.h"
 #include "ledger/frmEseguiti.h"
 #include "platform/DataSource.h"
+#include "platform/Failure.h"
 #include "platform/Forms.h"
+#include "platform/Numbers.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 #include "support/Utente.h"
@@ -192,6 +194,22 @@ TEST_F(TradeEntryTest, BuySellModifyDeleteAndARefusedOversell)
     EXPECT_EQ(c<QLabel>("lab_RowSelect")->text(), "3");
 }
 
+TEST_F(TradeEntryTest, ADecimalFirstBuyAndAPartialSaleOfIt)
+{
+    buy("13/01/2003", "ENI", "33", "10,33");
+    // 33 * 10.33 = 340.89; commission max(0.68, 5).
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|33|10,33|340,89|5"});
+    nuovaVendita("14/01/2003");
+    typeCombo("dbc_System", "T2");
+    type("txtQta", "13");
+    type("txtPrezzo", "11");
+    conferma();
+    // 20 left: round(10.33 * 20, 1) = 206.6; commission 5 - 5*13/33.
+    EXPECT_EQ(portafoglio(), QStringList{"ENI|20|10,33|206,6|" + num::Text(5 - 5.0 * 13 / 33)});
+    // 13*11 - 13*10.33 = 8.71; 0.67/10.33*100 = 6.49; max(0.286, 5) + 5*13/33.
+    EXPECT_EQ(chiuse(), QStringList{"ENI|13|11|8,71|6,49|" + num::Text(5 + 5.0 * 13 / 33)});
+}
+
 TEST_F(TradeEntryTest, PricesGoInWithAPointAndOnlyAModifiedOneIsRoundedToFourDecimals)
 {
     // A typed decimal price: the statement takes it with a point, the load price rounds to the nearest.
@@ -339,13 +357,19 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     EXPECT_THROW(clickOk(), store::DbError);
     EXPECT_EQ(eseguiti(), prima);
 
-    // A first buy whose amount has decimals, 3 x 10.05: the replay writes that amount with its
-    // comma and fails, and the trade goes back with it, or every opening would fail again.
+    // A buy at a zero price is taken, but the sale after it divides by its load price: the
+    // sale goes back with the failure, or every opening would fail again.
     frame->ControlloMenu();
+    buy("11/01/2003", "TIM", "3", "0");
+    const QStringList zero = eseguiti();
     modo(0);
-    compila("TIM", "3", "10,05");
-    EXPECT_THROW(clickOk(), store::DbError);
-    EXPECT_EQ(eseguiti(), prima);
+    data("12/01/2003");
+    ChooseInCombo(combo("cmb_Tipo"), "Sell");
+    ChooseInCombo(combo("cmb_Codice"), "TIM");
+    type("txtQta", "1");
+    type("txtPrezzo", "1");
+    EXPECT_THROW(clickOk(), platform::DivisionByZero);
+    EXPECT_EQ(eseguiti(), zero);
 
     // The journal holds 100 distinct codes; the 101st is refused as a failure and leaves no row.
     Module1::dbExe.Execute("DELETE * FROM Eseguiti");
