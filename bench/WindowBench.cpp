@@ -23,9 +23,7 @@ MDIForm1* StartProgram(const QString& folder)
         settings.Execute(QStringLiteral("UPDATE Settaggi SET Tip = 0, Benvenuto = 0"));
     }
     Module1::Main(folder);
-    MDIForm1* frame = MDIForm1::Instance();
-    frame->Form_Activate();
-    return frame;
+    return MDIForm1::Instance();
 }
 
 void CloseProgram()

@@ -323,29 +323,16 @@ void MDIForm1::Timer2_Timer()
         orologi_->Aggiorna(*clock_);
 }
 
-bool MDIForm1::event(QEvent* e)
-{
-    const bool handled = QMainWindow::event(e);
-    if (e->type() == QEvent::WindowActivate && Module1::bAvvioInCorso) {
-        // After the activation has been delivered, so the start-up windows open over the frame.
-        QTimer::singleShot(0, this, &MDIForm1::Form_Activate);
-    }
-    return handled;
-}
-
 void MDIForm1::Form_Activate()
 {
-    // An activation that arrives while the start-up windows are open is the same one.
-    if (!Module1::bAvvioInCorso || attivazione_)
+    if (!Module1::bAvvioInCorso)
         return;
-    attivazione_ = true;
     if (rsSettaggi_.Number(QStringLiteral("Tip")) == 1)
         MostraFinestra(QStringLiteral("Tip"));
     Module1::bAvvioInCorso = false;
     rsSettaggi_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT Tip, Benvenuto FROM Settaggi"));
     if (rsSettaggi_.Number(QStringLiteral("Benvenuto")) == 1)
         MostraFinestra(QStringLiteral("frmBenvenuto"));
-    attivazione_ = false;
     switch (Module1::iSceltaBenvenuto) {
     case 1: mnu_NuovoPortafoglio_Click(); break;
     case 2: mnu_Apri_Click(); break;

@@ -31,7 +31,7 @@ public:
 
     // The frame's load, in its fixed order.
     void Load();
-    // What the first activation after the load does.
+    // What the first activation after the load does; it runs as the frame is shown.
     void Form_Activate();
 
     void Colore();
@@ -60,9 +60,6 @@ public:
     QMdiArea* Area() const { return mdiArea_; }
     QToolBar* Toolbar1() const { return toolbar1_; }
     QToolBar* Toolbar3() const { return toolbar3_; }
-
-protected:
-    bool event(QEvent* e) override;
 
 private slots:
     void mnu_Exit_Click();
@@ -95,7 +92,6 @@ private:
     QTimer* Timer2_ = nullptr;
     BarraOrologi* orologi_ = nullptr;
     std::unique_ptr<clClock> clock_;
-    bool attivazione_ = false; // the first activation is running
     QTimer* orologio_ = nullptr;
     QVector<QAction*> buttons_; // index 0 unused
     store::Recordset rsSettaggi_;

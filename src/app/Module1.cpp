@@ -58,8 +58,9 @@ void Main(const QString& programFolder)
         prefs::AssociaFile(platform::Registro(), FileProgramma(QStringLiteral("sync.svg")), QApplication::applicationFilePath());
     MDIForm1::Instance()->Load();
     MDIForm1::Instance()->show();
-    // Activated as it shows, with or without a window manager: the activation runs the start-up windows.
-    MDIForm1::Instance()->activateWindow();
+    // The start-up windows come with the frame, not when the desktop activates it: a desktop
+    // may keep a new window in the background, and no command of the frame may run before them.
+    MDIForm1::Instance()->Form_Activate();
 }
 
 namespace {

@@ -9,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QPushButton>
 #include <QTimer>
 
@@ -33,8 +32,6 @@ Presentazione::Presentazione()
     Image1_->setObjectName(QStringLiteral("Image1"));
     Image1_->setGeometry(QRect(QPoint(0, 0), kDimensione));
     Image1_->setPixmap(platform::ImmagineSvg(QStringLiteral(":/images/presentazione.svg"), kDimensione, devicePixelRatioF()));
-    // A click on the picture does what OK does: a pure splash can be waved away.
-    Image1_->installEventFilter(this);
 
     Label1_ = new QLabel(QStringLiteral("Ver 1.02"), this);
     Label1_->setObjectName(QStringLiteral("Label1"));
@@ -91,13 +88,3 @@ void Presentazione::Timer1_Timer()
 }
 
 void Presentazione::closeEvent(QCloseEvent* event) { event->ignore(); }
-
-bool Presentazione::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == Image1_ && event->type() == QEvent::MouseButtonRelease
-        && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        Command1_Click();
-        return true;
-    }
-    return QDialog::eventFilter(watched, event);
-}

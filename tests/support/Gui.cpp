@@ -395,20 +395,18 @@ void PrepareSettings(const QString& folder, const QString& assignments)
     settings.Execute("UPDATE Settaggi SET " + assignments);
 }
 
-void ClickAwaySplash()
+void HurrySplash()
 {
-    WhenModal([](QWidget* splash) { QTest::mouseClick(splash->findChild<QWidget*>("Image1"), Qt::LeftButton); },
+    WhenModal([](QWidget* splash) { splash->findChild<QTimer*>("Timer1")->start(0); },
               [](QWidget* w) { return w->objectName() == "Presentazione"; });
 }
 
 MDIForm1* StartProgram(const QString& folder)
 {
     PrepareSettings(folder, "Tip = 0, Benvenuto = 0");
-    ClickAwaySplash();
+    HurrySplash();
     Module1::Main(folder);
-    MDIForm1* frame = MDIForm1::Instance();
-    frame->Form_Activate();
-    return frame;
+    return MDIForm1::Instance();
 }
 
 void ProgramTest::Avvia(bool nuovoPortafoglio)

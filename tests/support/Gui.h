@@ -50,10 +50,10 @@ void FlushDeletes();
 void RunModal(QAction* trigger, const QString& name, std::function<void(QWidget*)> work);
 // Installs the delivered files into a folder if needed and sets columns of Settaggi there.
 void PrepareSettings(const QString& folder, const QString& assignments);
-// Clicks the splash away when it shows, as a user can (its picture does what OK does).
-void ClickAwaySplash();
+// Lets the splash's timer tick at once when it shows, instead of after its two seconds.
+void HurrySplash();
 // Starts the program in a folder past its start: the tips and the welcome window
-// switched off in the settings, the splash clicked away, the first activation run.
+// switched off in the settings, the splash's wait cut short.
 MDIForm1* StartProgram(const QString& folder);
 
 // Chooses an item of a combo box as a user does: a click opens the list, the
