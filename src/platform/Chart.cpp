@@ -365,9 +365,23 @@ void Chart::redraw()
                     chart->addSeries(a);
                     a->attachAxis(axisX);
                     a->attachAxis(axisY);
+                    // An area of one point has no surface: its points are marked as a line's are.
+                    auto* points = new QScatterSeries;
+                    points->append(line->points());
+                    points->setColor(colorOf(c).darker(depth ? 180 : 120));
+                    points->setBorderColor(points->color());
+                    points->setMarkerSize(depth ? 10 : 8);
+                    chart->addSeries(points);
+                    points->attachAxis(axisX);
+                    points->attachAxis(axisY);
+                    for (QLegendMarker* m : chart->legend()->markers(points))
+                        m->setVisible(false);
                 } else {
                     line->setName(label(c));
                     line->setPen(QPen(colorOf(c), depth ? 5 : 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+                    // A line of one point draws nothing: its marker is what shows it.
+                    line->setPointsVisible(true);
+                    line->setMarkerSize(depth ? 10 : 8);
                     chart->addSeries(line);
                     line->attachAxis(axisX);
                     line->attachAxis(axisY);
@@ -375,6 +389,10 @@ void Chart::redraw()
             }
             if (rows > 0)
                 axisX->setRange(categories.first(), categories.last());
+            // Room above and below, so that the marker of the highest or lowest point shows whole.
+            const double margin = (hi > lo ? hi - lo : 1) * 0.05;
+            lo -= lo < 0 ? margin : 0;
+            hi += hi > 0 ? margin : 0;
         }
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();

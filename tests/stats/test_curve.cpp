@@ -11,7 +11,7 @@
 
 #include <QAction>
 #include <QChart>
-#include <QLineSeries>
+#include <QImage>
 #include <QLabel>
 #include <QPushButton>
 #include <QToolBar>
@@ -47,6 +47,18 @@ protected:
             out << (c->ColumnCount() > 1 ? c->DataAt(r, 1) + "/" + c->DataAt(r, 2) : c->DataAt(r, 1));
         return out.join(' ');
     }
+    // Pixels of the plot area in the hue of `colore`: what the user sees of a series.
+    static int dipinti(platform::Chart* c, const QColor& colore)
+    {
+        const QImage image = c->grab(c->ChartItem()->plotArea().toRect()).toImage();
+        int n = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor p = image.pixelColor(x, y);
+                n += p.hsvSaturation() > 120 && std::abs(p.hsvHue() - colore.hsvHue()) < 12;
+            }
+        return n;
+    }
     QWidget* eseguiti() { return finestra("frmEseguiti"); }
     template <class T> T* e(const char* name) { return eseguiti()->findChild<T*>(name); }
     // A trade deleted in the trade window: its row clicked, Elimina, Conferma.
@@ -73,10 +85,12 @@ TEST_F(CurveTest, ASaleTypedInTheTradeWindowReachesEveryOpenWindowAndEmptyTables
     // One operation: one point equal to its result in both curves, against minus SLMM (250).
     EXPECT_EQ(serie(grafico("frmCapitale", "msc_Capitale")), "80");
     EXPECT_EQ(serie(grafico("frmGrOperazioni", "msc_GrOperazioni")), "80/-250");
-    // Filled cell by cell, drawn once: the line is there with its one point.
-    auto* line = qobject_cast<QLineSeries*>(grafico("frmGrOperazioni", "msc_GrOperazioni")->ChartItem()->series().value(0));
-    ASSERT_NE(line, nullptr);
-    EXPECT_EQ(line->count(), 1);
+    // The one point shows on the plot in every line and area style, and at once on "Linee".
+    EXPECT_GT(dipinti(grafico("frmGrOperazioni", "msc_GrOperazioni"), QColor(0, 192, 0)), 10);
+    for (int stile : {2, 3, 4, 5}) {
+        Clicca(finestra("frmCapitale")->findChild<QRadioButton*>(QString("Option1(%1)").arg(stile)));
+        EXPECT_GT(dipinti(grafico("frmCapitale", "msc_Capitale"), QColor(40, 100, 200)), 10) << stile;
+    }
     auto* chiuse = finestra("frmOperazioniChiuse")->findChild<platform::DataGrid*>("dbg_OperazioniChiuse");
     EXPECT_EQ(chiuse->model()->rowCount(), 1);
     // The style chosen stays through every refresh.
