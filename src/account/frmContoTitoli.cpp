@@ -6,6 +6,7 @@
 #include "platform/ChartStyle.h"
 #include "platform/DataSource.h"
 #include "platform/Forms.h"
+#include "platform/ListaTipi.h"
 #include "platform/MessageBox.h"
 #include "platform/Numbers.h"
 
@@ -78,6 +79,7 @@ void frmContoTitoli::crea()
     cmb_Tipo_ = new QComboBox(frm_Movimento_);
     cmb_Tipo_->setObjectName(QStringLiteral("cmb_Tipo"));
     cmb_Tipo_->addItems(account::TipiMovimento());
+    platform::ListaTipi(cmb_Tipo_);
     txtImporto_ = new QLineEdit(frm_Movimento_);
     txtImporto_->setObjectName(QStringLiteral("txtImporto"));
     txtImporto_->setAlignment(Qt::AlignRight);
@@ -264,7 +266,7 @@ void frmContoTitoli::riempiDallaRiga()
     const QDate data = num::ParseShortDate(DBGrid1_->Column(cData));
     if (data.isValid())
         dtp_Data_->setDate(data);
-    cmb_Tipo_->setCurrentIndex(cmb_Tipo_->findText(DBGrid1_->Column(cTipo)));
+    platform::MostraTipo(cmb_Tipo_, DBGrid1_->Column(cTipo));
     txtImporto_->setText(DBGrid1_->Column(cImporto));
     txt_Descrizione_->setText(DBGrid1_->Column(cDescrizione));
 }

@@ -6,6 +6,7 @@
 #include "ledger/Sequence.h"
 #include "platform/DataSource.h"
 #include "platform/Forms.h"
+#include "platform/ListaTipi.h"
 #include "platform/MessageBox.h"
 #include "platform/Numbers.h"
 
@@ -33,35 +34,6 @@ const QList<platform::GridColumn> kColonne = {
     {"Data", "Data"},     {"Tipo", "Tipo"},         {"Sistema", "System"}, {"Codice", "Cod"},
     {"Titolo", "Titolo"}, {"Quantita'", "Qta"},     {"Prezzo", "Prezzo"},  {"Importo", "Importo"},
     {"Errore", "Errore"}, {"Prezzo Ottimale", "PrezzoOttimale"},
-};
-
-// Shows a text in a combo box whose text may lie outside its list (a type read from an
-// imported row): the item when the list has it, else the text alone; the list stays as it is.
-void mostra(QComboBox* combo, const QString& text)
-{
-    const int i = combo->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    if (i >= 0)
-        combo->setCurrentIndex(i);
-    combo->setEditText(text);
-}
-
-// A click on the shown text opens the list, as on a list that can't be typed in.
-class ApreLista final : public QObject {
-public:
-    explicit ApreLista(QComboBox* combo) : QObject(combo), combo_(combo) {}
-
-protected:
-    bool eventFilter(QObject*, QEvent* event) override
-    {
-        if (event->type() == QEvent::MouseButtonPress && combo_->isEnabled()) {
-            combo_->showPopup();
-            return true;
-        }
-        return false;
-    }
-
-private:
-    QComboBox* combo_;
 };
 
 // Guards the window's own logic against re-entering itself through change events.
@@ -115,11 +87,7 @@ void frmEseguiti::crea()
     cmb_Tipo_ = new QComboBox(this);
     cmb_Tipo_->setObjectName(QStringLiteral("cmb_Tipo"));
     cmb_Tipo_->addItems({QStringLiteral("Buy"), QStringLiteral("Sell")});
-    // It shows any type a row holds, but the user only picks from the list.
-    cmb_Tipo_->setEditable(true);
-    cmb_Tipo_->setInsertPolicy(QComboBox::NoInsert);
-    cmb_Tipo_->lineEdit()->setReadOnly(true);
-    cmb_Tipo_->lineEdit()->installEventFilter(new ApreLista(cmb_Tipo_));
+    platform::ListaTipi(cmb_Tipo_);
     dbc_System_ = new QComboBox(this);
     dbc_System_->setObjectName(QStringLiteral("dbc_System"));
     dbc_System_->setEditable(true);
@@ -341,7 +309,7 @@ void frmEseguiti::riempiErroreEOttimale()
 void frmEseguiti::riempiDallaRiga()
 {
     impostaData(dbg_Eseguiti_->Column(cData));
-    mostra(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
+    platform::MostraTipo(cmb_Tipo_, dbg_Eseguiti_->Column(cTipo));
     dbc_System_->setEditText(dbg_Eseguiti_->Column(cSistema));
     txtQta_->setText(dbg_Eseguiti_->Column(cQta));
     txtPrezzo_->setText(dbg_Eseguiti_->Column(cPrezzo));
@@ -386,7 +354,7 @@ void frmEseguiti::logicaModo()
         AbilitaCampi(true);
         mostraTesti(true);
         dtp_Data_->setDate(QDate::currentDate());
-        mostra(cmb_Tipo_, QStringLiteral("Buy"));
+        platform::MostraTipo(cmb_Tipo_, QStringLiteral("Buy"));
         const store::Recordset& sistemi = dat_System_->Recordset();
         dbc_System_->setEditText(sistemi.Eof() ? QString() : sistemi.Text(QStringLiteral("Cod")));
         txt_Codice_->clear();

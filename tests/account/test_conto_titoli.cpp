@@ -111,6 +111,14 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     QMetaObject::invokeMethod(conto(), "Main");
     EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
     EXPECT_EQ(saldo(), "11990,75"); // they count for nothing
+    // Modifica of such a row shows its type and keeps it.
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 4);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "dividendi");
+    Scrivi(c<QLineEdit>("txtImporto"), "998");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(Rows(exe, "SELECT Tipo FROM Conto WHERE Importo = 998"), QStringList{"dividendi"});
+    visti.Prendi();
 
     // The portfolio window: positions at load price, liquidity, the dial.
     frame->Menu("mnu_Portafoglio")->trigger();
@@ -135,7 +143,7 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "749");
 
     // A movement confirmed in the account refreshes the open portfolio window through the frame.
-    exe.Execute("DELETE * FROM Conto WHERE Importo = 999 OR Importo = 1");
+    exe.Execute("DELETE * FROM Conto WHERE Importo = 998 OR Importo = 1");
     QMetaObject::invokeMethod(conto(), "Main");
     nuovo("10/03/2003", "Prelievo", "9000");
     EXPECT_EQ(visti.Prendi(), QStringList{});

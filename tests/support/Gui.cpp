@@ -406,6 +406,8 @@ MDIForm1* StartProgram(const QString& folder)
     PrepareSettings(folder, "Tip = 0, Benvenuto = 0");
     HurrySplash();
     Module1::Main(folder);
+    // Activated as a desktop activates a new window, so typing moves the focus as it does for a user.
+    MDIForm1::Instance()->activateWindow();
     return MDIForm1::Instance();
 }
 

@@ -53,7 +53,7 @@ void PrepareSettings(const QString& folder, const QString& assignments);
 // Lets the splash's timer tick at once when it shows, instead of after its two seconds.
 void HurrySplash();
 // Starts the program in a folder past its start: the tips and the welcome window
-// switched off in the settings, the splash's wait cut short.
+// switched off in the settings, the splash's wait cut short, the frame activated.
 MDIForm1* StartProgram(const QString& folder);
 
 // Chooses an item of a combo box as a user does: a click opens the list, the
