@@ -357,10 +357,10 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     EXPECT_THROW(clickOk(), store::DbError);
     EXPECT_EQ(eseguiti(), prima);
 
-    // A buy at a zero price is taken, but the sale after it divides by its load price: the
-    // sale goes back with the failure, or every opening would fail again.
+    // A position at a zero price (typed the window refuses it), and a sale that divides by its
+    // load price: the sale goes back with the failure, or every opening would fail again.
+    AddTrade(Module1::dbExe, "11/01/2003", "Buy", "T2", "TIM", 3, 0);
     frame->ControlloMenu();
-    buy("11/01/2003", "TIM", "3", "0");
     const QStringList zero = eseguiti();
     modo(0);
     data("12/01/2003");
