@@ -11,6 +11,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include <tuple>
+
 namespace {
 int valore(const QCheckBox* c) { return c->isChecked() ? 1 : 0; }
 } // namespace
@@ -88,13 +90,20 @@ OpzioniVista::OpzioniVista()
     // Load.
     Module1::ApplicaColori(this);
     rsSettaggi_ = Module1::dbSet.OpenRecordset(QStringLiteral("SELECT  * FROM Settaggi"));
-    const std::pair<QCheckBox*, const char*> colonne[] = {
-        {chk_Tip_, "Tip"}, {chk_Benvenuto_, "Benvenuto"}, {chk_Clock_, "Clock"},
-        {chk_Menu_, "Menu"}, {chk_Icone32_, "Icone32"}, {chk_IconeName_, "IconeName"}};
-    for (const auto& [box, colonna] : colonne)
+    // In this order, and each value set counts as a click on its box: its rule runs at once,
+    // so with Menu off and large icons on, the names' box ends enabled.
+    const std::tuple<QCheckBox*, const char*, void (OpzioniVista::*)()> colonne[] = {
+        {chk_Tip_, "Tip", nullptr},
+        {chk_Benvenuto_, "Benvenuto", nullptr},
+        {chk_Clock_, "Clock", nullptr},
+        {chk_Menu_, "Menu", &OpzioniVista::chk_Menu_Click},
+        {chk_Icone32_, "Icone32", &OpzioniVista::chk_Icone32_Click},
+        {chk_IconeName_, "IconeName", nullptr}};
+    for (const auto& [box, colonna, regola] : colonne) {
         box->setChecked(rsSettaggi_.Number(QString::fromLatin1(colonna)) != 0);
-    // The values set at load count as clicks: the dependencies hold from the start.
-    chk_Menu_Click();
+        if (regola)
+            (this->*regola)();
+    }
 }
 
 void OpzioniVista::chk_Menu_Click()

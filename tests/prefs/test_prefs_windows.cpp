@@ -87,6 +87,13 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
     EXPECT_FALSE(frame->Toolbar1()->isVisibleTo(frame));
     EXPECT_EQ(frame->Toolbar3()->height(), 1000 / 15);
     EXPECT_EQ(settaggi("Tip, Benvenuto, Clock, Menu, Icone32, IconeName"), QStringList{"1|0|1|0|1|1"});
+    // At load each value runs its box's rule in turn: Menu off greys both, then large icons
+    // on enables the names again.
+    apri("mnu_OpzioniVista", "OpzioniVista", [](QWidget* w) {
+        EXPECT_FALSE(c<QCheckBox>(w, "chk_Icone32")->isEnabled());
+        EXPECT_TRUE(c<QCheckBox>(w, "chk_IconeName")->isEnabled());
+        click(w, "cmd_Annulla");
+    });
 }
 
 TEST_F(PrefsTest, TipShowsTheRuleAtTheSharedGeneratorsOffsetAndCanBeSwitchedOff)
