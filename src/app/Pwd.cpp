@@ -34,6 +34,9 @@ Pwd::Pwd()
     lab_1_ = label("lab_1");
     lab_2_ = label("lab_2");
     lab_3_ = label("lab_3");
+    // In change mode these captions stand over the rows that the current password unlocks.
+    lab_2_->setText(QStringLiteral("Nuova Password"));
+    lab_3_->setText(QStringLiteral("Conferma password"));
     txt_1_ = box("txt_1");
     txt_2_ = box("txt_2");
     txt_3_ = box("txt_3");
@@ -91,22 +94,20 @@ Pwd::Pwd()
     if (nuova()) {
         lab_1_->setText(QStringLiteral("Password"));
         lab_2_->setText(QStringLiteral("Conferma Password"));
-        riga(lab_3_, txt_3_, false);
+        lab_3_->hide();
+        txt_3_->hide();
         setWindowTitle(QStringLiteral("Inserimento nuova pasword"));
     } else {
         lab_1_->setText(QStringLiteral("Password Corrente"));
-        riga(lab_2_, txt_2_, false);
-        riga(lab_3_, txt_3_, false);
+        txt_2_->hide();
+        txt_3_->hide();
+        // Greyed until the current password unlocks their boxes.
+        lab_2_->setEnabled(false);
+        lab_3_->setEnabled(false);
         setWindowTitle(QStringLiteral("Modifica pasword"));
     }
     StatusBar1_->showMessage(QStringLiteral("inserire la password "));
     txt_1_->setFocus();
-}
-
-void Pwd::riga(QLabel* label, QLineEdit* box, bool visible)
-{
-    label->setVisible(visible);
-    box->setVisible(visible);
 }
 
 void Pwd::txt_1_Change()
@@ -118,8 +119,11 @@ void Pwd::txt_1_Change()
     lab_2_->setText(QStringLiteral("Nuova Password"));
     lab_3_->setText(QStringLiteral("Conferma password"));
     txt_1_->setEnabled(false);
-    riga(lab_2_, txt_2_, true);
-    riga(lab_3_, txt_3_, true);
+    // Only the boxes: in new-password mode (where "0" unlocks) lab_3 stays hidden.
+    txt_2_->show();
+    txt_3_->show();
+    lab_2_->setEnabled(true);
+    lab_3_->setEnabled(true);
     txt_2_->setFocus();
 }
 

@@ -20,7 +20,6 @@ private slots:
 
 private:
     bool nuova() const { return password_ == QLatin1String("0"); }
-    void riga(QLabel* label, QLineEdit* box, bool visible);
     void scrivi(const QString& testo);
 
     QLabel* lab_1_ = nullptr;

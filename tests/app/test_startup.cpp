@@ -256,6 +256,13 @@ void withPassword(const QString& folder, const QString& plain)
 TEST_F(PasswordTest, NewPasswordNeedsTheSameTextTwice)
 {
     Avvia();
+    // "0" is the one text that unlocks new-password mode: the boxes show, lab_3 stays hidden.
+    pwd([](QWidget* w) {
+        QTest::keyClicks(box(w, "txt_1"), "0");
+        EXPECT_TRUE(box(w, "txt_3")->isVisible());
+        EXPECT_FALSE(w->findChild<QLabel*>("lab_3")->isVisible());
+        click(w, "com_Annulla");
+    });
     pwd([](QWidget* w) {
         EXPECT_EQ(w->windowTitle(), "Inserimento nuova pasword");
         EXPECT_TRUE(box(w, "txt_2")->isVisible());
@@ -278,6 +285,9 @@ TEST_F(PasswordTest, NewPasswordNeedsTheSameTextTwice)
     const QStringList before = stored("Pwd");
     pwd([](QWidget* w) {
         EXPECT_EQ(w->windowTitle(), "Modifica pasword");
+        // Only the boxes are hidden; their labels stand.
+        EXPECT_FALSE(box(w, "txt_2")->isVisible() || box(w, "txt_3")->isVisible());
+        EXPECT_TRUE(w->findChild<QLabel*>("lab_2")->isVisible() && w->findChild<QLabel*>("lab_3")->isVisible());
         click(w, "com_Annulla");
     });
     EXPECT_EQ(stored("Pwd"), before);
