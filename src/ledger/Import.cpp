@@ -1,6 +1,7 @@
 #include "ledger/Import.h"
 
 #include "ledger/Sequence.h"
+#include "platform/CodePage.h"
 #include "platform/Numbers.h"
 #include "store/Database.h"
 
@@ -11,14 +12,14 @@ namespace ledger {
 
 namespace {
 
-// Windows files come in the machine's code page; UTF-8 is taken when the bytes are valid UTF-8.
+// Windows files come in the Western code page; UTF-8 is taken when the bytes are valid UTF-8.
 QString testo(const QByteArray& bytes)
 {
     QStringDecoder utf8(QStringDecoder::Utf8);
     QString t = utf8(bytes);
     if (!utf8.hasError())
         return t;
-    return QString::fromLatin1(bytes);
+    return platform::TestoWindows1252(bytes);
 }
 
 bool cifre(QStringView s)

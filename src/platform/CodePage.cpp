@@ -28,4 +28,13 @@ QChar CarattereWindows1252(unsigned char code)
     return code >= 0x80 && code < 0xA0 ? QChar(kRiga80[code - 0x80]) : QChar(code);
 }
 
+QString TestoWindows1252(const QByteArray& bytes)
+{
+    QString t;
+    t.reserve(bytes.size());
+    for (const char b : bytes)
+        t += CarattereWindows1252(static_cast<unsigned char>(b));
+    return t;
+}
+
 } // namespace platform

@@ -1,7 +1,9 @@
 #pragma once
 // The Western Windows code page, one byte a character: the scrambled passwords and the
 // text export both write in it.
+#include <QByteArray>
 #include <QChar>
+#include <QString>
 
 namespace platform {
 
@@ -10,5 +12,7 @@ namespace platform {
 unsigned char CodiceWindows1252(QChar c);
 // The character of a code 0-255.
 QChar CarattereWindows1252(unsigned char code);
+// A text written in the page.
+QString TestoWindows1252(const QByteArray& bytes);
 
 } // namespace platform

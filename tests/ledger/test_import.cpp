@@ -69,6 +69,11 @@ TEST_F(ImportTest, ReadsTheDayFileAsItStands)
                                                                                   "a,b,c,d,BUY,6,TIM,1,e,DAY,f")));
     EXPECT_EQ(staged(), QStringList{"20/01/2003|BUY|5|TIM|ND|1|DAY"});
 
+    // Bytes that are not UTF-8 are the Western code page, typographic quote and euro included.
+    exe.Execute("DELETE * FROM EseguitiTemp");
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030124.csv", kIntestazione + "a,b,c,d,BUY,5,D\x92OR\xC9,1,e,\x80URO,f\r\n")));
+    EXPECT_EQ(staged(), QStringList{QString::fromUtf8("24/01/2003|BUY|5|D’ORÉ|ND|1|€URO")});
+
     // Heading and final empty line, an empty file, LF line ends: nothing staged, nothing wrong.
     exe.Execute("DELETE * FROM EseguitiTemp");
     EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030121.csv", kIntestazione)));
