@@ -20,7 +20,13 @@ QString clean(const QString& path) { return QDir::cleanPath(QDir(path).absoluteP
 DriveList::DriveList(QWidget* parent) : QComboBox(parent)
 {
     fill();
-    connect(this, &QComboBox::activated, this, [this]() { emit Change(); });
+    // Picked again, the drive shown is no change: the folder list stays where it is.
+    connect(this, &QComboBox::activated, this, [this]() {
+        if (Drive() == shown_)
+            return;
+        shown_ = Drive();
+        emit Change();
+    });
 }
 
 QStringList DriveList::Drives()
@@ -89,6 +95,7 @@ void DriveList::ShowDriveOf(const QString& path)
 {
     const QSignalBlocker block(this);
     setCurrentIndex(std::max(0, indexOf(path)));
+    shown_ = Drive();
 }
 
 void DriveList::SetDrive(const QString& path)

@@ -29,6 +29,8 @@ signals:
 private:
     void fill();
     int indexOf(const QString& path) const;
+
+    QString shown_; // the drive of the last change
 };
 
 // A folder, the folders above it and the folders in it. Double click or Enter opens one.

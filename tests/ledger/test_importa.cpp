@@ -168,6 +168,9 @@ TEST_F(ImportaTest, TicksPreviewAndImportRowByRow)
     EXPECT_EQ(lab("lab_NumeroEseguiti"), "4");
     EXPECT_EQ(anteprima(), (QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5", "17/01/2003|SELL|DAY|ENI|ND|500|11",
                                         "17/01/2003|SELL|DAY|ENI|ND|150|11,25", "20/01/2003|BUY|SWING|TIM|ND|200|2,5"}));
+    // The drive already shown, picked again, changes nothing: the folder and the ticks stay.
+    ChooseInCombo(c<platform::DriveList>("Drive1"), c<platform::DriveList>("Drive1")->currentText());
+    EXPECT_EQ(c<platform::DirList>("Dir1")->property("Path").toString(), cartella.path());
 
     // The impossible sale is taken out on No.
     rispondi({"No"});
