@@ -74,4 +74,13 @@ TEST(ClockPainting, HandsDotsAndNoRepaintOfTheSameSecond)
     clock.PaintHands(&s);
     EXPECT_TRUE(ink(24 - 14, 24)); // 9 o'clock in the evening: left
     EXPECT_EQ(s.accessibleName(), "21:00");
+
+    // A quarter past, the minute hand right; a quarter to, left (the hour hand is too short to reach).
+    for (const auto& [ora, destra] : {std::pair{QTime(12, 15), true}, std::pair{QTime(12, 45), false}}) {
+        s.Cls();
+        clock.SetClockTime(ora);
+        clock.PaintHands(&s);
+        EXPECT_EQ(ink(24 + 19, 24), destra) << ora.toString().toStdString();
+        EXPECT_EQ(ink(24 - 19, 24), !destra) << ora.toString().toStdString();
+    }
 }

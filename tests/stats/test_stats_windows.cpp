@@ -89,7 +89,8 @@ protected:
 
 TEST_F(StatsWindowsTest, DrawDownGridIsNeverClearedAndARefreshForgetsTheStyle)
 {
-    for (double p : {1, -1, 1, 1, -1, -1, -1, 1}) // runs 1, -1, 2, -3; the last win stays open
+    // Runs 1, -1, 2, -3, the last win open; their sums (2,5 -0,5 3,25 -7) are another series.
+    for (double p : {2.5, -0.5, 3.0, 0.25, -4.0, 0.0, -3.0, 7.0})
         chiusa(p);
     QCoreApplication::processEvents(); // the frame has settled, as before any user's click
     QWidget* w = apri("frmMDD");
