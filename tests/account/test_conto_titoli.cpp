@@ -1,20 +1,10 @@
 // The securities account and the portfolio window on one hand-checked portfolio,
 // driven through the windows with the mouse and the keyboard.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Chart.h"
 #include "platform/DataSource.h"
-#include "platform/Forms.h"
 #include "platform/PictureSurface.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
 #include "support/MessaggiVisti.h"
-#include "support/Utente.h"
-
-#include <QAction>
-#include <QLabel>
-#include <QPushButton>
-#include <QToolBar>
+#include "support/Programma.h"
 
 #include <cmath>
 

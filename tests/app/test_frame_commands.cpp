@@ -1,25 +1,14 @@
 // The frame's commands: ControlloMenu's accumulated state, the toolbar, help,
 // the customise dialog and the shared key filters.
 #include "app/ComandiAttivi.h"
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
-#include "platform/Forms.h"
 #include "platform/HelpWindow.h"
 #include "platform/ToolbarCustomize.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAction>
 #include <QDialogButtonBox>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPushButton>
-#include <QTest>
-#include <QToolBar>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 using Module1::dbExe;

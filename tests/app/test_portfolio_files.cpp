@@ -1,18 +1,10 @@
 // A portfolio's life through the frame's file commands, checked on disk after each step.
 #include "app/ComandiAttivi.h"
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
-#include "platform/Forms.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAbstractButton>
-#include <QAction>
 #include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 using Module1::dbExe;

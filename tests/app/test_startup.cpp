@@ -4,31 +4,18 @@
 #define QTEST_QPA_MOUSE_HANDLING
 #include "app/Codifica.h"
 #include "app/ComandiAttivi.h"
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
-#include "platform/Forms.h"
 #include "platform/Registro.h"
 #include "prefs/AssociaFile.h"
 #include "store/Delivered.h"
 #include "support/FakeRegistry.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMdiArea>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QStatusBar>
-#include <QTest>
 #include <QTimer>
-#include <QToolBar>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

@@ -1,30 +1,19 @@
 // The three writers on one hand-made portfolio, read back from the files they leave, and
 // the export window as a user drives it: the file dialog, the replace question, the counts
 // on the labels, and the silent close on every failure.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "export/Esportazione.h"
-#include "platform/Forms.h"
 #include "store/Database.h"
 #include "store/Delivered.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDate>
 #include <QFile>
 #include <QFileDialog>
 #include <QHash>
-#include <QLabel>
 #include <QPointer>
 #include <QProcess>
 #include <QProgressBar>
-#include <QTest>
 #include <QXmlStreamReader>
-
-#include <gtest/gtest.h>
 
 #include <stdexcept>
 
@@ -118,7 +107,6 @@ double SerialeExcel(int year, int month, int day)
 {
     return static_cast<double>(QDate(1899, 12, 30).daysTo(QDate(year, month, day)));
 }
-
 
 // What the window would show, in order.
 class Registro : public esporta::Avanzamento {
@@ -230,7 +218,6 @@ protected:
 
 } // namespace
 
-
 TEST_F(EsportaFileTest, TextMatchesTheHandWrittenFileByteForByte)
 {
     esporta::EsportaCsv(db, folder.File("dati.csv"), {true, true, true}, registro);
@@ -329,7 +316,6 @@ TEST_F(EsportaFileTest, DatabaseCopyKeepsTheChosenTablesAndOnlyTheirPages)
     EXPECT_THROW(esporta::EsportaMdb(db, portafoglio, copia, {true, true, true}, registro), store::DbError);
     EXPECT_EQ(db.Path(), copia);
 }
-
 
 TEST_F(EsportaTest, CancellingTheFileDialogClosesTheWindow)
 {

@@ -1,21 +1,10 @@
 // The financial calculator through its window, typing as a user does.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "instruments/Calcolatore.h"
 #include "platform/FailureReport.h"
-#include "platform/Forms.h"
 #include "platform/PictureSurface.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAction>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 
@@ -96,7 +85,6 @@ TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
     retype("txtAcqPzo", "12.345,678");
     EXPECT_EQ(edit("txtAcqPzo")->text(), "12345,67");
 }
-
 
 TEST_F(CalcolatoreTest, RoundingAndMinimumsWhereTheyShow)
 {

@@ -1,13 +1,10 @@
 // The world clocks: the frame's clock bar and the painting of one dial.
-#include "app/MDIForm1.h"
 #include "instruments/ClockGeometry.h"
 #include "instruments/clClock.h"
 #include "platform/PictureSurface.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

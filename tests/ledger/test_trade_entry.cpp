@@ -1,26 +1,12 @@
 // The first journey from a typed trade to a position, checked on disk after each step.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "ledger/frmEseguiti.h"
 #include "platform/DataSource.h"
 #include "platform/Failure.h"
-#include "platform/Forms.h"
 #include "platform/Numbers.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
-#include "support/Utente.h"
+#include "support/Programma.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QComboBox>
-#include <QDateEdit>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

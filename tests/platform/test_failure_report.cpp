@@ -2,14 +2,10 @@
 // event dispatch, shows the report, ends the program, and leaves the file whole.
 #include "platform/FailureReport.h"
 #include "store/Database.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QTimer>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

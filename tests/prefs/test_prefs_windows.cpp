@@ -1,20 +1,7 @@
 // The preference windows, driven as a user drives them.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Casuale.h"
-#include "platform/Forms.h"
 #include "prefs/Consigli.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
-
-#include <QAction>
-#include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-#include <QToolBar>
-
-#include <gtest/gtest.h>
+#include "support/Programma.h"
 
 using namespace testing_support;
 

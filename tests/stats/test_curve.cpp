@@ -1,20 +1,11 @@
 // The closed operations table and the two curves, refreshed and closed by the
 // frame after commits typed into the trade window.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Chart.h"
 #include "platform/DataSource.h"
-#include "platform/Forms.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
-#include "support/Utente.h"
+#include "support/Programma.h"
 
-#include <QAction>
 #include <QChart>
 #include <QImage>
-#include <QLabel>
-#include <QPushButton>
-#include <QToolBar>
 
 using namespace testing_support;
 

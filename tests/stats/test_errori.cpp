@@ -1,21 +1,10 @@
 // The error statistics and the catalogue editor, read on screen and in the settings file.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Chart.h"
 #include "platform/DataSource.h"
-#include "platform/Forms.h"
 #include "stats/frmPersonalizzaErrori.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

@@ -1,16 +1,7 @@
 // The report on a golden ledger, every label against the hand arithmetic.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Chart.h"
 #include "stats/Report.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
-
-#include <QLabel>
-#include <QRadioButton>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "support/Programma.h"
 
 using namespace testing_support;
 

@@ -1,26 +1,16 @@
 // The draw-down, risk, averages and weekday windows on small hand-made ledgers,
 // read where a user reads them: labels, grids, chart readers, dials.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/Chart.h"
 #include "platform/FailureReport.h"
 #include "platform/FlexGrid.h"
-#include "platform/Forms.h"
 #include "platform/Numbers.h"
 #include "platform/PictureSurface.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
+#include "support/Programma.h"
 
-#include <QAction>
 #include <QChart>
-#include <QLabel>
 #include <QPlainTextEdit>
-#include <QRadioButton>
-#include <QTest>
 #include <QTimer>
 #include <QXYSeries>
-
-#include <gtest/gtest.h>
 
 using namespace testing_support;
 

@@ -1,20 +1,7 @@
 // The initial parameters: the four fields and the systems' grid, saved on every way of closing.
-#include "app/MDIForm1.h"
-#include "app/Module1.h"
 #include "platform/DataSource.h"
-#include "platform/Forms.h"
 #include "store/frmParametriIniziali.h"
-#include "support/Fixture.h"
-#include "support/Gui.h"
-#include "support/Utente.h"
-
-#include <QAction>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QTest>
-
-#include <gtest/gtest.h>
+#include "support/Programma.h"
 
 using namespace testing_support;
 

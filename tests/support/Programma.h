@@ -1,0 +1,16 @@
+#pragma once
+// What a test of the started program's windows uses: the program, the modal-window
+// helpers, the user's mouse and keyboard, and the widgets the windows are made of.
+#include "app/MDIForm1.h"
+#include "app/Module1.h"
+#include "platform/Forms.h"
+#include "support/Fixture.h"
+#include "support/Gui.h"
+#include "support/Utente.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QToolBar>
