@@ -4,7 +4,6 @@
 #include "platform/PictureSurface.h"
 #include "support/Programma.h"
 
-#include <QPlainTextEdit>
 
 using namespace testing_support;
 
@@ -26,6 +25,14 @@ protected:
     QLineEdit* edit(const char* n) { return w->findChild<QLineEdit*>(n); }
     QString lcd(const char* n) { return w->findChild<platform::PictureSurface*>(n)->accessibleName(); }
     QString label(const char* n) { return w->findChild<QLabel*>(n)->text(); }
+    // What several displays show, joined by '|'.
+    QString lcds(std::initializer_list<const char*> names)
+    {
+        QStringList out;
+        for (const char* n : names)
+            out << lcd(n);
+        return out.join('|');
+    }
     void type(const char* n, const QString& t) { QTest::keyClicks(edit(n), t); }
     // Types over what a box holds: select all, then the new text (an empty one empties it).
     void retype(const char* n, const QString& t)
@@ -43,44 +50,31 @@ protected:
 TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
 {
     EXPECT_TRUE(w->isVisible());
-    for (const char* p : {"pic_PdP", "pic_SLMM", "pic_SLP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"})
-        EXPECT_EQ(lcd(p), "") << p;
+    EXPECT_EQ(lcds({"pic_PdP", "pic_SLMM", "pic_SLP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"}), "|||||");
     EXPECT_EQ(w->findChild<QComboBox*>("DBCombo")->currentText(), "T2");
 
     type("txtAcqPzo", "10");
     EXPECT_EQ(lcd("pic_PdP"), ""); // the price before the quantity leaves everything dark
     type("txtQta", "1000");
     type("txtVndPzo", "11");
-    EXPECT_EQ(label("lab_AcqImp"), "10000");
-    EXPECT_EQ(lcd("pic_SLP"), "9,7");          // 10 - 3*10/100
-    EXPECT_EQ(lcd("pic_SLMM"), "9,9");         // |(10000 - 100) / 1000|
-    EXPECT_EQ(lcd("pic_PdP"), "10,04");        // 10 + 10000*2/1000*2/1000
-    EXPECT_EQ(label("lab_VndImp"), "11000");
-    EXPECT_EQ(lcd("pic_Commissioni"), "42");   // 20 + 22
-    EXPECT_EQ(lcd("pic_GP"), "958");           // 1000 - 42
-    EXPECT_EQ(lcd("pic_PercentualeGP"), "9");  // floor(95800 / 10000)
+    EXPECT_EQ(label("lab_AcqImp") + "|" + label("lab_VndImp"), "10000|11000");
+    // 10 - 3*10/100; |(10000 - 100) / 1000|; 10 + 10000*2/1000*2/1000; 20 + 22; 1000 - 42; floor(95800 / 10000).
+    EXPECT_EQ(lcds({"pic_SLP", "pic_SLMM", "pic_PdP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"}), "9,7|9,9|10,04|42|958|9");
 
     // A change of system recomputes the sale but leaves the break-even stale.
     ChooseInCombo(w->findChild<QComboBox*>("DBCombo"), "T4");
-    EXPECT_EQ(lcd("pic_Commissioni"), "84");
-    EXPECT_EQ(lcd("pic_PdP"), "10,04");
+    EXPECT_EQ(lcds({"pic_Commissioni", "pic_PdP"}), "84|10,04");
 
     // A loss: minus sign, and the percentage floors toward minus infinity.
     retype("txtVndPzo", "9,99");
-    EXPECT_EQ(lcd("pic_GP"), "-89,96");        // 9990 - 10000 - (40 + 39.96)
-    EXPECT_EQ(lcd("pic_PercentualeGP"), "-1");
+    EXPECT_EQ(lcds({"pic_GP", "pic_PercentualeGP"}), "-89,96|-1"); // 9990 - 10000 - (40 + 39.96)
 
     // Emptying the price leaves the old figures standing.
     retype("txtAcqPzo", "");
-    EXPECT_EQ(label("lab_AcqImp"), "10000");
-    EXPECT_EQ(lcd("pic_PdP"), "10,04");
+    EXPECT_EQ(label("lab_AcqImp") + "|" + lcd("pic_PdP"), "10000|10,04");
     // Typing "0" clears the buy side, and with its amount gone the sale side too.
     retype("txtAcqPzo", "0");
-    EXPECT_EQ(label("lab_AcqImp"), "");
-    EXPECT_EQ(lcd("pic_SLP"), "");
-    EXPECT_EQ(lcd("pic_PdP"), "");
-    EXPECT_EQ(lcd("pic_GP"), "");
-    EXPECT_EQ(label("lab_VndImp"), "");
+    EXPECT_EQ(label("lab_AcqImp") + label("lab_VndImp") + lcds({"pic_SLP", "pic_PdP", "pic_GP"}), "||");
     // The key filters: two decimals, one comma, no point.
     retype("txtAcqPzo", "12.345,678");
     EXPECT_EQ(edit("txtAcqPzo")->text(), "12345,67");
@@ -97,16 +91,13 @@ TEST_F(CalcolatoreTest, RoundingAndMinimumsWhereTheyShow)
     retype("txtAcqPzo", "10");
     retype("txtQta", "10");
     type("txtVndPzo", "11");
-    EXPECT_EQ(lcd("pic_Commissioni"), "10");
-    EXPECT_EQ(lcd("pic_GP"), "0"); // 110 - 100 - 10
+    EXPECT_EQ(lcds({"pic_Commissioni", "pic_GP"}), "10|0"); // 110 - 100 - 10
 
     // A gain a hair below a half cent: (35007.51 - 10000) - (20 + 70.01502) = 24917.49498, to the nearest.
     retype("txtAcqPzo", "10000");
     retype("txtQta", "1");
     retype("txtVndPzo", "35007,51");
-    EXPECT_EQ(lcd("pic_Commissioni"), "90,01502");
-    EXPECT_EQ(lcd("pic_GP"), "24917,49");
-    EXPECT_EQ(lcd("pic_PercentualeGP"), "249"); // floor(2491749 / 10000)
+    EXPECT_EQ(lcds({"pic_Commissioni", "pic_GP", "pic_PercentualeGP"}), "90,01502|24917,49|249"); // floor(2491749 / 10000)
 }
 
 // Last in this file: after the failure report the program takes no more events.
@@ -116,11 +107,7 @@ TEST_F(CalcolatoreTest, DoubleZeroQuantityEndsInTheFailureReport)
     const QByteArray settings = FileBytes(path("DataSet.qvd"));
     type("txtAcqPzo", "10");
     QString report;
-    WhenModal([&report](QWidget* modal) {
-        if (auto* t = modal->findChild<QPlainTextEdit*>("txt_Errore"))
-            report = modal->objectName() + ": " + t->toPlainText();
-        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-    });
+    ReadFailureReport(&report);
     // The text goes in quietly and the recalculation is queued, so the failure travels
     // from the event dispatch like any handler's.
     {

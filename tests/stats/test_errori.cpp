@@ -39,25 +39,8 @@ protected:
         w->show();
         grid = w->findChild<QTableView*>("DBGrid1");
     }
-    QRect cella(int row, int col) { return grid->visualRect(grid->model()->index(row, col)); }
-    void clicca(int row, int col) { QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cella(row, col).center()); }
-    // Opens the cell's editor with a double click and types into it.
-    void scrivi(int row, int col, const QString& text)
-    {
-        clicca(row, col);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, cella(row, col).center());
-        QLineEdit* editor = nullptr;
-        for (QLineEdit* e : grid->viewport()->findChildren<QLineEdit*>())
-            if (e->isVisible())
-                editor = e;
-        ASSERT_NE(editor, nullptr);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Return);
-        // The grid commits the editor's text from a queued call, and a new row reloads after that.
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
-        FlushDeletes();
-    }
+    void clicca(int row, int col) { ClickRiga(grid, row, col); }
+    void scrivi(int row, int col, const QString& text) { ScriviCella(grid, row, col, text); }
 
     frmPersonalizzaErrori* w = nullptr;
     QTableView* grid = nullptr;

@@ -8,7 +8,6 @@
 #include "support/Programma.h"
 
 #include <QChart>
-#include <QPlainTextEdit>
 #include <QTimer>
 #include <QXYSeries>
 
@@ -31,13 +30,6 @@ protected:
     QWidget* apri(const char* name) { return frame->MostraFinestra(QString::fromLatin1(name)); }
     template <class T> T* in(QWidget* w, const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
     QString lab(QWidget* w, const char* name) { return in<QLabel>(w, name)->text(); }
-    QString labs(QWidget* w, std::initializer_list<const char*> names)
-    {
-        QStringList out;
-        for (const char* n : names)
-            out << lab(w, n);
-        return out.join('|');
-    }
     QString dial(QWidget* w, const char* name) { return in<platform::PictureSurface>(w, name)->accessibleName(); }
     void refresh(QWidget* w) { QMetaObject::invokeMethod(w, "Main", Qt::DirectConnection); }
     // Rows 1.. of a grid, cells joined by '|'; the header row apart.
@@ -211,13 +203,13 @@ TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
     chiusa(0, 0, "15/01/2003", 1, 3.5);
     QWidget* w = apri("frmMedie");
     // Days 3; capital floor(5753.5 / 6) = 958 of 3100 + 550 + 1100 + 900 + 100 + 3.5; trades a day 6 / 3.
-    EXPECT_EQ(labs(w, {"lab_TotGiorni", "lab_CapitaleMedio", "lab_CapitaleInvestito", "lab_NumOperazioniGiorno"}), "3|958|5753|2");
+    EXPECT_EQ(Etichette(w, {"lab_TotGiorni", "lab_CapitaleMedio", "lab_CapitaleInvestito", "lab_NumOperazioniGiorno"}), "3|958|5753|2");
     // Gain over loss "0" / "250": the average gain is written later.
-    EXPECT_EQ(labs(w, {"lab_MaxGain", "lab_MaxLose", "lab_PerditaMedia", "Lab_GMsuPM"}), "300|-250|250|0");
+    EXPECT_EQ(Etichette(w, {"lab_MaxGain", "lab_MaxLose", "lab_PerditaMedia", "Lab_GMsuPM"}), "300|-250|250|0");
     // floor(200.25 / 6) = 33, floor(200.25 / 3) = 66, floor((6 - 8) / 3) = floor(-0.67) = -1.
-    EXPECT_EQ(labs(w, {"lab_UtileMedioOperazione", "lab_UtileMedioGiorno", "lab_PercMediaGiorno"}), "33|66|-1");
+    EXPECT_EQ(Etichette(w, {"lab_UtileMedioOperazione", "lab_UtileMedioGiorno", "lab_PercMediaGiorno"}), "33|66|-1");
     // 450.25 / 3 = 150.083; 100 * 300 / 200.25 = 149.8127; 10 * 3 / (1 + 3), even ones left out.
-    EXPECT_EQ(labs(w, {"lab_GuadagnoMedio", "lab_FattoreCulo", "lab_WL"}), "150,1|149,81|7,5");
+    EXPECT_EQ(Etichette(w, {"lab_GuadagnoMedio", "lab_FattoreCulo", "lab_WL"}), "150,1|149,81|7,5");
     EXPECT_EQ(dial(w, "Picture_WL"), "750");
     EXPECT_EQ(dial(w, "Picture_FC"), "1498");           // 149.81 * 10 = 1498.1: past the scale
 
@@ -233,7 +225,7 @@ TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
     chiusa(-2, -20.5, "14/01/2003", 1, 1);
     w = riapri("frmMedie");
     // Average loss 30.5 / 2 = 15.25, half to even.
-    EXPECT_EQ(labs(w, {"lab_MaxGain", "lab_PerditaMedia", "lab_UtileMedioOperazione", "lab_GuadagnoMedio", "lab_FattoreCulo",
+    EXPECT_EQ(Etichette(w, {"lab_MaxGain", "lab_PerditaMedia", "lab_UtileMedioOperazione", "lab_GuadagnoMedio", "lab_FattoreCulo",
                        "lab_WL", "Lab_GMsuPM"}),
               "|15,2|0|0|0|0|0");
     EXPECT_EQ(dial(w, "Picture_WL"), "");
@@ -243,7 +235,7 @@ TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
     chiusa(5, 500, "13/01/2003", 1, 1);
     chiusa(1, 0.25, "13/01/2003", 1, 1);
     w = riapri("frmMedie");
-    EXPECT_EQ(labs(w, {"lab_MaxLose", "lab_PerditaMedia", "lab_WL", "lab_FattoreCulo"}), "|0|10|99,95"); // 100 * 500 / 500.25
+    EXPECT_EQ(Etichette(w, {"lab_MaxLose", "lab_PerditaMedia", "lab_WL", "lab_FattoreCulo"}), "|0|10|99,95"); // 100 * 500 / 500.25
     EXPECT_EQ(dial(w, "Picture_WL"), "1000");
     chiusa(-1, -500.15, "13/01/2003", 1, 1); // net 0.1: 100 * 500 / 0.1 = 500000
     w = riapri("frmMedie");
@@ -324,11 +316,7 @@ TEST_F(StatsWindowsTest, RiskFromTheMenuWithTooManyPercentagesEndsInTheFailureRe
     ASSERT_TRUE(risk->isEnabled());
     const QByteArray prima = impronta();
     QString report;
-    WhenModal([&report](QWidget* modal) {
-        if (auto* t = modal->findChild<QPlainTextEdit*>("txt_Errore"))
-            report = modal->objectName() + ": " + t->toPlainText();
-        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
-    });
+    ReadFailureReport(&report);
     QTimer::singleShot(0, risk, &QAction::trigger);
     EXPECT_EQ(QApplication::exec(), 1);
     EXPECT_EQ(report, "FailureReport: Indice non compreso nell'intervallo: 51");

@@ -27,21 +27,6 @@ protected:
 
 void scrivi(QWidget* w, const char* name, const QString& text) { Scrivi(w->findChild<QLineEdit*>(name), text); }
 void clicca(QWidget* w, const char* name) { Clicca(w->findChild<QPushButton*>(name)); }
-// Double clicks a cell, types over it and confirms with Return; the delegate commits on the next turn of the loop.
-void modificaCella(QTableView* grid, int row, int column, const QString& text)
-{
-    FlushDeletes(); // an earlier editor
-    const QPoint at = grid->visualRect(grid->model()->index(row, column)).center();
-    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
-    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
-    auto* editor = grid->viewport()->findChild<QLineEdit*>();
-    ASSERT_TRUE(editor && editor->isVisible());
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-}
-
 } // namespace
 
 TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredValue)
@@ -71,12 +56,12 @@ TEST_F(ParametriTest, SystemsGridEditsAddsAndKeepsTheLastRow)
         auto* model = grid->model();
         ASSERT_EQ(model->rowCount(), 5);
         EXPECT_EQ(model->headerData(2, Qt::Horizontal).toString(), "%.");
-        modificaCella(grid, 0, 2, "2,5"); // a comma number into Commissioni
+        ScriviCella(grid, 0, 2, "2,5"); // a comma number into Commissioni
         EXPECT_EQ(model->index(0, 2).data().toString(), "2,5");
         const QString minimo = model->index(0, 3).data().toString();
         QString testo;
         PressOnModal("OK", &testo);
-        modificaCella(grid, 0, 3, "tanto");
+        ScriviCella(grid, 0, 3, "tanto");
         EXPECT_EQ(testo, "Valore non valido: tanto");
         EXPECT_EQ(model->index(0, 3).data().toString(), minimo); // refused, the cell keeps its value
         clicca(w, "cmd_Aggiungi");

@@ -21,6 +21,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QTableView>
 #include <QTest>
 #include <QTimer>
 
@@ -339,6 +340,35 @@ void AnswerFileDialog(const QString& path, QString* seenTitle)
         QMetaObject::invokeMethod(dialog, "accept");
     }, [](QWidget* w) { return qobject_cast<QFileDialog*>(w) != nullptr; },
         path.isEmpty() ? QStringLiteral("a file dialog to cancel") : "a file dialog to answer with " + path);
+}
+
+void ReadFailureReport(QString* report)
+{
+    WhenModal([report](QWidget* modal) {
+        if (auto* t = modal->findChild<QPlainTextEdit*>(QStringLiteral("txt_Errore")))
+            *report = modal->objectName() + ": " + t->toPlainText();
+        QMetaObject::invokeMethod(modal, "reject", Qt::QueuedConnection);
+    });
+}
+
+void ScriviCella(QTableView* grid, int row, int column, const QString& text)
+{
+    FlushDeletes(); // an earlier editor
+    const QPoint at = grid->visualRect(grid->model()->index(row, column)).center();
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
+    QLineEdit* editor = nullptr;
+    for (QLineEdit* e : grid->viewport()->findChildren<QLineEdit*>())
+        if (e->isVisible())
+            editor = e;
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    // The commit comes from a queued call, and a new row reloads after that.
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    FlushDeletes();
 }
 
 void FlushDeletes()

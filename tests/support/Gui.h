@@ -32,6 +32,7 @@
 class MDIForm1;
 class QAction;
 class QComboBox;
+class QTableView;
 
 namespace testing_support {
 
@@ -43,6 +44,11 @@ void WhenModal(std::function<void(QWidget*)> answer, std::function<bool(QWidget*
 void PressOnModal(const QString& buttonText, QString* seenText = nullptr);
 // Answers the next file dialog with a path typed into its name field; an empty path cancels.
 void AnswerFileDialog(const QString& path, QString* seenTitle = nullptr);
+// Reads the failure report when it shows, as "<window name>: <text>", and closes it.
+void ReadFailureReport(QString* report);
+// Double clicks a cell of a grid, types over it and confirms with Return, as a user edits it;
+// the grid's commit (a queued call) and what it brings about have run when it returns.
+void ScriviCella(QTableView* grid, int row, int column, const QString& text);
 // Deletes the windows unloaded with deleteLater.
 void FlushDeletes();
 // Triggers an action that runs the modal window `name` and lets `work` act on it; a

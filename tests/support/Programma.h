@@ -14,3 +14,18 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QToolBar>
+
+#include <initializer_list>
+
+namespace testing_support {
+
+// The texts of a window's labels, joined by '|'.
+inline QString Etichette(QWidget* w, std::initializer_list<const char*> names)
+{
+    QStringList out;
+    for (const char* n : names)
+        out << w->findChild<QLabel*>(QString::fromLatin1(n))->text();
+    return out.join('|');
+}
+
+} // namespace testing_support
