@@ -59,34 +59,28 @@ TEST_F(ErroriTest, CountersRebuiltWithTheAmountOfThePreviousErrorsCursor)
     QWidget* w = frame->MostraFinestra("frmErrori");
 
     // The amounts come from the previous error's cursor: EA ends at 0 + 1, ER at 10 + 5.
-    EXPECT_EQ(lab(w, "lab_TotaleErrori"), "4");
-    EXPECT_EQ(lab(w, "lab_PercentualeErrori"), "66,7");   // 4 * 100 / 6 = 66.67
-    EXPECT_EQ(lab(w, "lab_TotMancatiGuadagni"), "36");    // 10 + 20 + 5 + 1, the true sum
-    EXPECT_EQ(lab(w, "lab_PiuPericoloso"), "Entrata in ritardo, a prezzo peggiore del segnale");
-    EXPECT_EQ(lab(w, "lab_PiuFrequente"), "Entrata anticipata, prima del segnale del sistema");
+    // 4 * 100 / 6 = 66.67; 10 + 20 + 5 + 1, the true sum.
+    EXPECT_EQ(Etichette(w, {"lab_TotaleErrori", "lab_PercentualeErrori", "lab_TotMancatiGuadagni"}), "4|66,7|36");
+    EXPECT_EQ(Etichette(w, {"lab_PiuPericoloso", "lab_PiuFrequente"}),
+              "Entrata in ritardo, a prezzo peggiore del segnale|Entrata anticipata, prima del segnale del sistema");
 
     // The grid shows the whole catalogue by count, the no-error row included.
     auto* grid = w->findChild<platform::DataGrid*>("DBGrid1");
-    EXPECT_EQ(grid->Model()->rowCount(), 13);
-    EXPECT_EQ(grid->Model()->Text(0, 0), "EA");
-    EXPECT_EQ(grid->Model()->Text(1, 2), "15");
+    EXPECT_EQ(QString::number(grid->Model()->rowCount()) + "|" + grid->Model()->Text(0, 0) + "|" + grid->Model()->Text(1, 2),
+              "13|EA|15");
 
     // One chart row per error code: shares of the errors and of the money, unrounded.
     auto* chart = w->findChild<platform::Chart*>("msc_Errori");
     EXPECT_EQ(chart->RowCount(), 12);
-    EXPECT_EQ(chart->DataAt(1, 1), "75");                 // 3 * 100 / 4
-    EXPECT_EQ(chart->DataAt(1, 2), "2,77777777777778");   // 1 * 100 / 36
-    EXPECT_EQ(chart->DataAt(2, 2), "41,6666666666667");   // 15 * 100 / 36
+    // 3 * 100 / 4; 1 * 100 / 36; 15 * 100 / 36.
+    EXPECT_EQ(chart->DataAt(1, 1) + "|" + chart->DataAt(1, 2) + "|" + chart->DataAt(2, 2), "75|2,77777777777778|41,6666666666667");
 
     // A refresh starts from nothing: without errors the money figures are empty.
     Module1::dbExe.Execute("UPDATE Eseguiti SET Errore = 'NE'");
     QMetaObject::invokeMethod(w, "Main", Qt::DirectConnection);
-    EXPECT_EQ(lab(w, "lab_TotaleErrori"), "0");
-    EXPECT_EQ(lab(w, "lab_PercentualeErrori"), "0");
-    for (const char* vuota : {"lab_TotMancatiGuadagni", "lab_PiuPericoloso", "lab_PiuFrequente"})
-        EXPECT_EQ(lab(w, vuota), "") << vuota;
-    EXPECT_EQ(chart->DataAt(1, 1), "0");
-    EXPECT_EQ(chart->DataAt(1, 2), "0");
+    EXPECT_EQ(Etichette(w, {"lab_TotaleErrori", "lab_PercentualeErrori", "lab_TotMancatiGuadagni", "lab_PiuPericoloso",
+                            "lab_PiuFrequente"}), "0|0|||");
+    EXPECT_EQ(chart->DataAt(1, 1) + "|" + chart->DataAt(1, 2), "0|0");
     EXPECT_EQ(Rows(set, "SELECT Cod FROM Errori WHERE Contatore > 0 OR Importo > 0"), QStringList{});
 }
 
