@@ -1,6 +1,7 @@
 # make run   - install packages, release build, start Quorvel
 # make test  - install packages, run the test suite offscreen twice: from a sanitizer debug build,
 #              then from a plain debug build (a freed buffer read inside Qt shows only there)
+# make package - install packages, release build with Debian's hardening flags, the .deb in build/package
 # make bench - install packages, release build of the benchmarks, run them
 # make fuzz  - install packages, clang build of the fuzz targets, fuzz the day-file and workbook readers
 #              for FUZZ_SECONDS each
@@ -10,9 +11,12 @@ DEBUG := build/debug
 PLAIN := build/plain
 BENCH := build/bench
 FUZZ := build/fuzz
+PACKAGE := build/package
+# Debian's hardening flags; no -g, the packaged program is stripped.
+DEB_FLAGS = DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g dpkg-buildflags --get
 FUZZ_SECONDS ?= 180
 
-.PHONY: deps run build test bench fuzz clean
+.PHONY: deps run build test package bench fuzz clean
 
 deps:
 	@./scripts/install-deps
@@ -31,6 +35,13 @@ test: deps
 	cmake -S . -B $(PLAIN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DQUORVEL_SANITIZE=OFF -DQUORVEL_TESTS=ON
 	cmake --build $(PLAIN) -j $(JOBS)
 	cd $(PLAIN) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+package: deps
+	cmake -S . -B $(PACKAGE) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_TESTS=OFF -DQUORVEL_PACKAGE=ON \
+	  -DCMAKE_INSTALL_PREFIX=/usr -DCMAKE_CXX_FLAGS="$$($(DEB_FLAGS) CPPFLAGS) $$($(DEB_FLAGS) CXXFLAGS)" \
+	  -DCMAKE_EXE_LINKER_FLAGS="$$($(DEB_FLAGS) LDFLAGS)"
+	cmake --build $(PACKAGE) -j $(JOBS)
+	cd $(PACKAGE) && cpack -G DEB
 
 bench: deps
 	cmake -S . -B $(BENCH) -G Ninja -DCMAKE_BUILD_TYPE=Release -DQUORVEL_TESTS=OFF -DQUORVEL_BENCH=ON

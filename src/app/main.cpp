@@ -11,6 +11,8 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Quorvel"));
     QApplication::setApplicationDisplayName(QStringLiteral("Quorvel"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/quorvel.svg")));
+    // Ties the windows to the installed launcher (the Wayland app id).
+    QApplication::setDesktopFileName(QStringLiteral("quorvel"));
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
     try {
         Module1::Main(folder);

@@ -169,11 +169,12 @@ void RegistroFreedesktop::scriviFile() const
         const QString comando = valore(classe + QStringLiteral("\\shell\\open\\command"));
         if (comando.isEmpty())
             continue;
-        // Not in the menus: it is how the files open, not a launcher.
+        // Not in the menus: it is how the files open, not a launcher. Its own file name, so it
+        // never hides an installed launcher of the same name (quorvel.desktop).
         const QString voce = QStringLiteral("[Desktop Entry]\nType=Application\nName=") + stringaDesktop(nome)
             + QStringLiteral("\nExec=") + ComandoDesktop(comando) + QStringLiteral("\nIcon=") + icona
             + QStringLiteral("\nMimeType=") + tipo + QStringLiteral(";\nNoDisplay=true\nTerminal=false\n");
-        scrivi(dati.filePath(QStringLiteral("applications/") + nomeFile(classe) + QStringLiteral(".desktop")), voce.toUtf8());
+        scrivi(dati.filePath(QStringLiteral("applications/") + nomeFile(classe) + QStringLiteral("-file.desktop")), voce.toUtf8());
     }
 }
 

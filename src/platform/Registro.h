@@ -20,8 +20,8 @@ public:
 };
 
 // The freedesktop form in a data folder: every write rewrites, for each class that an
-// extension names, a shared-mime-info package (mime/packages), a desktop entry that
-// opens the class's files (applications) and its icon (icons/hicolor). Keys and
+// extension names, a shared-mime-info package (mime/packages), a hidden desktop entry
+// that opens the class's files (applications/<class>-file.desktop) and its icon (icons/hicolor). Keys and
 // names ignore case, as the registry's do. Failures are not reported.
 class RegistroFreedesktop final : public RegistroTipiFile {
 public:

@@ -123,12 +123,13 @@ TEST(FileType, FreedesktopFormInTheDataFolder)
     EXPECT_TRUE(xml.contains("<icon name=\"application-x-quorvel\"/>"));
     EXPECT_EQ(xml.count("<glob "), 1); // ".Qvp" and ".qvp" are one key
 
-    const QStringList entry = text(d.filePath("applications/quorvel.desktop")).split('\n');
+    const QStringList entry = text(d.filePath("applications/quorvel-file.desktop")).split('\n');
     EXPECT_EQ(entry.first(), "[Desktop Entry]");
     // The path quoted with its "$" escaped, then the backslash doubled as every string value's is.
     for (const char* line : {"Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f", "MimeType=application/x-quorvel;", "Name=Quorvel",
                              "Icon=application-x-quorvel", "NoDisplay=true"})
         EXPECT_TRUE(entry.contains(line)) << line;
+    EXPECT_FALSE(QFile::exists(d.filePath("applications/quorvel.desktop"))); // the installed launcher's name
     EXPECT_EQ(FileBytes(d.filePath("icons/hicolor/scalable/mimetypes/application-x-quorvel.svg")), FileBytes(icona));
     EXPECT_EQ(starter.started, (QStringList{path.File("update-mime-database") + " " + d.filePath("mime"),
                                             path.File("update-desktop-database") + " " + d.filePath("applications")}));
