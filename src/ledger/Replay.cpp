@@ -1,7 +1,10 @@
 #include "ledger/Replay.h"
 
+#include "ledger/Ricalcolo.h"
 #include "platform/Numbers.h"
 #include "store/Database.h"
+#include "store/Dialect.h"
+#include "store/Prepared.h"
 
 namespace ledger {
 
@@ -9,12 +12,7 @@ namespace {
 
 using num::SqlText;
 
-// One trade of the ledger as the replay reads it.
-struct Trade {
-    QDate data;
-    QString tipo, system, cod, titolo, errore;
-    double qta = 0, prezzo = 0, importo = 0;
-};
+using Trade = Eseguito;
 
 Trade readTrade(const store::Recordset& t)
 {
@@ -65,7 +63,7 @@ bool vendi(store::Database& dbExe, const Trade& t, double c, const PlainBox& box
 {
     const store::Recordset p = dbExe.OpenRecordset("SELECT *  FROM portafoglio where Cod = '" + t.cod + "'");
     if (p.RecordCount() < 1) {
-        box(t.cod + " e' stato venduto : " + num::DateText(t.data));
+        box(MessaggioNonPosseduto(t.cod, t.data));
         return false;
     }
     const double pQta = p.Number(QStringLiteral("Qta"));
@@ -90,7 +88,7 @@ bool vendi(store::Database& dbExe, const Trade& t, double c, const PlainBox& box
         dbExe.Execute("UPDATE Portafoglio SET Qta = " + SqlText(q) + ",Importo =" + SqlText(num::Round(carico * q, 1))
                       + ", Commissioni =" + SqlText(pComm - quota) + " WHERE Cod ='" + t.cod + "'");
     } else {
-        box(t.cod + " disponibili solo " + num::Text(pQta) + " pezzi");
+        box(MessaggioSoloDisponibili(t.cod, pQta));
         return false;
     }
     return true;
@@ -105,9 +103,107 @@ void contaErrore(store::Database& dbSet, const Trade& t)
                   + " WHERE Cod ='" + t.errore + "'");
 }
 
+// What the in-memory replay reads: the same rows the statements would read.
+Libro leggiLibro(store::Database& dbExe, store::Database& dbSet)
+{
+    Libro libro;
+    const QString cod = QStringLiteral("Cod");
+    for (store::Recordset e = dbSet.OpenRecordset(QStringLiteral("SELECT Cod FROM Errori")); !e.Eof(); e.MoveNext()) {
+        ++libro.righeErrori;
+        if (const QVariant v = e.Field(cod); !v.isNull()) // a null code matches no text
+            libro.errori.insert(NocaseKey(v.toString()));
+    }
+    for (store::Recordset s = dbSet.OpenRecordset(QStringLiteral("SELECT Cod, Commissioni, CommissioniMin FROM System"));
+         !s.Eof(); s.MoveNext()) {
+        const QVariant v = s.Field(cod);
+        const QString key = NocaseKey(v.toString());
+        // The look-up reads the first row of a code.
+        if (!v.isNull() && !libro.sistemi.contains(key))
+            libro.sistemi.insert(key, {s.Number(QStringLiteral("Commissioni")), s.Number(QStringLiteral("CommissioniMin"))});
+    }
+    store::ForwardOnly t = dbExe.OpenForwardOnly(QStringLiteral("SELECT *  FROM Eseguiti ORDER BY Data"));
+    const int data = t.Index(QStringLiteral("Data")), tipo = t.Index(QStringLiteral("Tipo")),
+              system = t.Index(QStringLiteral("System")), codice = t.Index(cod), titolo = t.Index(QStringLiteral("Titolo")),
+              qta = t.Index(QStringLiteral("Qta")), prezzo = t.Index(QStringLiteral("Prezzo")),
+              importo = t.Index(QStringLiteral("Importo")), errore = t.Index(QStringLiteral("Errore"));
+    for (; !t.Eof(); t.MoveNext()) {
+        Eseguito& e = libro.eseguiti.emplace_back();
+        e.data = t.Field(data).toDate();
+        t.Text(tipo, &e.tipo);
+        t.Text(system, &e.system);
+        t.Text(codice, &e.cod);
+        t.Text(titolo, &e.titolo);
+        t.Text(errore, &e.errore);
+        e.qta = t.Number(qta);
+        e.prezzo = t.Number(prezzo);
+        e.importo = t.Number(importo);
+    }
+    return libro;
+}
+
+// The result in one batch, a transaction per file as the statement replay keeps it.
+void scrivi(store::Database& dbExe, store::Database& dbSet, int righeErrori, const Ricalcolo& r)
+{
+    store::Transaction setTx(dbSet);
+    store::Transaction exeTx(dbExe);
+    if (righeErrori > 0) {
+        dbSet.Execute(QStringLiteral("UPDATE Errori SET Contatore = 0"));
+        store::Prepared conta(dbSet, QStringLiteral("UPDATE Errori SET Contatore = ?1 WHERE Cod = ?2"));
+        for (auto it = r.contatori.constBegin(); it != r.contatori.constEnd(); ++it)
+            conta.Bind(1, it.value()).Bind(2, it.key()).Run();
+    }
+    dbExe.Execute(QStringLiteral("DELETE * FROM Portafoglio"));
+    dbExe.Execute(QStringLiteral("DELETE * FROM OperazioniChiuse"));
+    store::Prepared posizione(dbExe, QStringLiteral("INSERT INTO Portafoglio (rowid, System, Cod, Titolo, Qta, PzoCarico, "
+                                                    "Importo, Commissioni) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)"));
+    for (const Posizione& p : r.portafoglio)
+        posizione.Bind(1, p.rowid).Bind(2, p.system).Bind(3, p.cod).Bind(4, p.titolo).Bind(5, p.qta).Bind(6, p.pzoCarico)
+            .Bind(7, p.importo).Bind(8, p.commissioni).Run();
+    store::Prepared chiusa(dbExe, QStringLiteral("INSERT INTO OperazioniChiuse (Data, giornoDiSettimana, System, Cod, Titolo, "
+                                                 "PzoCarico, Qta, Prezzo, GP, GPPercentuale, Commissioni) "
+                                                 "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)"));
+    for (const Chiusa& c : r.chiuse)
+        chiusa.Bind(1, store::DateParamValue(num::DateText(c.data))).Bind(2, static_cast<double>(c.giorno))
+            .Bind(3, c.system).Bind(4, c.cod).Bind(5, c.titolo).Bind(6, c.pzoCarico).Bind(7, c.qta).Bind(8, c.prezzo)
+            .Bind(9, c.gp).Bind(10, c.gpPercentuale).Bind(11, c.commissioni).Run();
+    exeTx.Commit();
+    setTx.Commit();
+}
+
 } // namespace
 
 void RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
+{
+    // Reading writes nothing, and a failed batch rolls back: either way the statement
+    // replay then runs on the files as they were, and fails, if it fails, as it always has.
+    std::optional<Ricalcolo> r;
+    try {
+        const Libro libro = leggiLibro(dbExe, dbSet);
+        r = Ricalcola(libro);
+        if (r)
+            scrivi(dbExe, dbSet, libro.righeErrori, *r);
+    } catch (const std::exception&) {
+        r.reset();
+    }
+    if (!r) {
+        RicalcolaPortafoglioPerIstruzioni(dbExe, dbSet, box);
+        return;
+    }
+    if (!r->messaggio.isEmpty() && box)
+        box(r->messaggio);
+}
+
+QString MessaggioNonPosseduto(const QString& cod, const QDate& data)
+{
+    return cod + " e' stato venduto : " + num::DateText(data);
+}
+
+QString MessaggioSoloDisponibili(const QString& cod, double posseduti)
+{
+    return cod + " disponibili solo " + num::Text(posseduti) + " pezzi";
+}
+
+void RicalcolaPortafoglioPerIstruzioni(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
 {
     // One transaction per file keeps a long replay fast; a failing statement
     // rolls both back, so no half-built replay is ever left on disk.
