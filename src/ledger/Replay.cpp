@@ -109,7 +109,6 @@ Libro leggiLibro(store::Database& dbExe, store::Database& dbSet)
     Libro libro;
     const QString cod = QStringLiteral("Cod");
     for (store::Recordset e = dbSet.OpenRecordset(QStringLiteral("SELECT Cod FROM Errori")); !e.Eof(); e.MoveNext()) {
-        ++libro.righeErrori;
         if (const QVariant v = e.Field(cod); !v.isNull()) // a null code matches no text
             libro.errori.insert(NocaseKey(v.toString()));
     }
@@ -142,16 +141,14 @@ Libro leggiLibro(store::Database& dbExe, store::Database& dbSet)
 }
 
 // The result in one batch, a transaction per file as the statement replay keeps it.
-void scrivi(store::Database& dbExe, store::Database& dbSet, int righeErrori, const Ricalcolo& r)
+void scrivi(store::Database& dbExe, store::Database& dbSet, const Ricalcolo& r)
 {
     store::Transaction setTx(dbSet);
     store::Transaction exeTx(dbExe);
-    if (righeErrori > 0) {
-        dbSet.Execute(QStringLiteral("UPDATE Errori SET Contatore = 0"));
-        store::Prepared conta(dbSet, QStringLiteral("UPDATE Errori SET Contatore = ?1 WHERE Cod = ?2"));
-        for (auto it = r.contatori.constBegin(); it != r.contatori.constEnd(); ++it)
-            conta.Bind(1, it.value()).Bind(2, it.key()).Run();
-    }
+    dbSet.Execute(QStringLiteral("UPDATE Errori SET Contatore = 0"));
+    store::Prepared conta(dbSet, QStringLiteral("UPDATE Errori SET Contatore = ?1 WHERE Cod = ?2"));
+    for (auto it = r.contatori.constBegin(); it != r.contatori.constEnd(); ++it)
+        conta.Bind(1, it.value()).Bind(2, it.key()).Run();
     dbExe.Execute(QStringLiteral("DELETE * FROM Portafoglio"));
     dbExe.Execute(QStringLiteral("DELETE * FROM OperazioniChiuse"));
     store::Prepared posizione(dbExe, QStringLiteral("INSERT INTO Portafoglio (rowid, System, Cod, Titolo, Qta, PzoCarico, "
@@ -172,25 +169,25 @@ void scrivi(store::Database& dbExe, store::Database& dbSet, int righeErrori, con
 
 } // namespace
 
-void RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
+bool RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
 {
     // Reading writes nothing, and a failed batch rolls back: either way the statement
     // replay then runs on the files as they were, and fails, if it fails, as it always has.
     std::optional<Ricalcolo> r;
     try {
-        const Libro libro = leggiLibro(dbExe, dbSet);
-        r = Ricalcola(libro);
+        r = Ricalcola(leggiLibro(dbExe, dbSet));
         if (r)
-            scrivi(dbExe, dbSet, libro.righeErrori, *r);
+            scrivi(dbExe, dbSet, *r);
     } catch (const std::exception&) {
         r.reset();
     }
     if (!r) {
         RicalcolaPortafoglioPerIstruzioni(dbExe, dbSet, box);
-        return;
+        return false;
     }
     if (!r->messaggio.isEmpty() && box)
         box(r->messaggio);
+    return true;
 }
 
 QString MessaggioNonPosseduto(const QString& cod, const QDate& data)

@@ -27,7 +27,6 @@ struct Libro {
     std::vector<Eseguito> eseguiti;  // in date order, ties in record order
     QHash<QString, Sistema> sistemi; // by NocaseKey of Cod: the first row of each
     QSet<QString> errori;            // NocaseKey of every Cod of Errori
-    int righeErrori = 0;             // rows of Errori, null codes included
 };
 
 struct Posizione {
