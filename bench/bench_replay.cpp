@@ -7,22 +7,29 @@
 
 #include <stdexcept>
 
-static void BM_RicalcolaPortafoglio(benchmark::State& state)
+// The replay in memory, as the program runs it, and the statement replay it is held to.
+template <bool InMemoria>
+static void BM_Replay(benchmark::State& state)
 {
     bench::GeneratedLedger ledger;
     bench::MakeLedger(ledger, static_cast<int>(state.range(0)));
+    const ledger::PlainBox box = [](const QString& text) {
+        throw std::runtime_error(text.toStdString()); // a generated ledger never stops
+    };
     long long statements = 0;
     for (auto _ : state) {
         const long long before = ledger.dbExe.StatementsRun() + ledger.dbSet.StatementsRun();
-        ledger::RicalcolaPortafoglio(ledger.dbExe, ledger.dbSet, [](const QString& text) {
-            throw std::runtime_error(text.toStdString()); // a generated ledger never stops
-        });
+        if (!InMemoria)
+            ledger::RicalcolaPortafoglioPerIstruzioni(ledger.dbExe, ledger.dbSet, box);
+        else if (!ledger::RicalcolaPortafoglio(ledger.dbExe, ledger.dbSet, box))
+            state.SkipWithError("the ledger went through the statement replay");
         statements = ledger.dbExe.StatementsRun() + ledger.dbSet.StatementsRun() - before;
     }
     state.counters["statements"] = static_cast<double>(statements);
     state.counters["closed"] = ledger.dbExe.OpenRecordset("SELECT Data FROM OperazioniChiuse").RecordCount();
 }
-BENCHMARK(BM_RicalcolaPortafoglio)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Replay<true>)->Name("BM_RicalcolaPortafoglio")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Replay<false>)->Name("BM_RicalcolaPortafoglioPerIstruzioni")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 // One trade typed and confirmed: a single durable statement, under both sync levels.
 static void BM_DurableInsert(benchmark::State& state)

@@ -3,8 +3,6 @@
 #include "ledger/Ricalcolo.h"
 #include "platform/Numbers.h"
 #include "store/Database.h"
-#include "store/Dialect.h"
-#include "store/Prepared.h"
 
 namespace ledger {
 
@@ -103,70 +101,6 @@ void contaErrore(store::Database& dbSet, const Trade& t)
                   + " WHERE Cod ='" + t.errore + "'");
 }
 
-// What the in-memory replay reads: the same rows the statements would read.
-Libro leggiLibro(store::Database& dbExe, store::Database& dbSet)
-{
-    Libro libro;
-    const QString cod = QStringLiteral("Cod");
-    for (store::Recordset e = dbSet.OpenRecordset(QStringLiteral("SELECT Cod FROM Errori")); !e.Eof(); e.MoveNext()) {
-        if (const QVariant v = e.Field(cod); !v.isNull()) // a null code matches no text
-            libro.errori.insert(NocaseKey(v.toString()));
-    }
-    for (store::Recordset s = dbSet.OpenRecordset(QStringLiteral("SELECT Cod, Commissioni, CommissioniMin FROM System"));
-         !s.Eof(); s.MoveNext()) {
-        const QVariant v = s.Field(cod);
-        const QString key = NocaseKey(v.toString());
-        // The look-up reads the first row of a code.
-        if (!v.isNull() && !libro.sistemi.contains(key))
-            libro.sistemi.insert(key, {s.Number(QStringLiteral("Commissioni")), s.Number(QStringLiteral("CommissioniMin"))});
-    }
-    store::ForwardOnly t = dbExe.OpenForwardOnly(QStringLiteral("SELECT *  FROM Eseguiti ORDER BY Data"));
-    const int data = t.Index(QStringLiteral("Data")), tipo = t.Index(QStringLiteral("Tipo")),
-              system = t.Index(QStringLiteral("System")), codice = t.Index(cod), titolo = t.Index(QStringLiteral("Titolo")),
-              qta = t.Index(QStringLiteral("Qta")), prezzo = t.Index(QStringLiteral("Prezzo")),
-              importo = t.Index(QStringLiteral("Importo")), errore = t.Index(QStringLiteral("Errore"));
-    for (; !t.Eof(); t.MoveNext()) {
-        Eseguito& e = libro.eseguiti.emplace_back();
-        e.data = t.Field(data).toDate();
-        t.Text(tipo, &e.tipo);
-        t.Text(system, &e.system);
-        t.Text(codice, &e.cod);
-        t.Text(titolo, &e.titolo);
-        t.Text(errore, &e.errore);
-        e.qta = t.Number(qta);
-        e.prezzo = t.Number(prezzo);
-        e.importo = t.Number(importo);
-    }
-    return libro;
-}
-
-// The result in one batch, a transaction per file as the statement replay keeps it.
-void scrivi(store::Database& dbExe, store::Database& dbSet, const Ricalcolo& r)
-{
-    store::Transaction setTx(dbSet);
-    store::Transaction exeTx(dbExe);
-    dbSet.Execute(QStringLiteral("UPDATE Errori SET Contatore = 0"));
-    store::Prepared conta(dbSet, QStringLiteral("UPDATE Errori SET Contatore = ?1 WHERE Cod = ?2"));
-    for (auto it = r.contatori.constBegin(); it != r.contatori.constEnd(); ++it)
-        conta.Bind(1, it.value()).Bind(2, it.key()).Run();
-    dbExe.Execute(QStringLiteral("DELETE * FROM Portafoglio"));
-    dbExe.Execute(QStringLiteral("DELETE * FROM OperazioniChiuse"));
-    store::Prepared posizione(dbExe, QStringLiteral("INSERT INTO Portafoglio (rowid, System, Cod, Titolo, Qta, PzoCarico, "
-                                                    "Importo, Commissioni) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)"));
-    for (const Posizione& p : r.portafoglio)
-        posizione.Bind(1, p.rowid).Bind(2, p.system).Bind(3, p.cod).Bind(4, p.titolo).Bind(5, p.qta).Bind(6, p.pzoCarico)
-            .Bind(7, p.importo).Bind(8, p.commissioni).Run();
-    store::Prepared chiusa(dbExe, QStringLiteral("INSERT INTO OperazioniChiuse (Data, giornoDiSettimana, System, Cod, Titolo, "
-                                                 "PzoCarico, Qta, Prezzo, GP, GPPercentuale, Commissioni) "
-                                                 "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11)"));
-    for (const Chiusa& c : r.chiuse)
-        chiusa.Bind(1, store::DateParamValue(num::DateText(c.data))).Bind(2, static_cast<double>(c.giorno))
-            .Bind(3, c.system).Bind(4, c.cod).Bind(5, c.titolo).Bind(6, c.pzoCarico).Bind(7, c.qta).Bind(8, c.prezzo)
-            .Bind(9, c.gp).Bind(10, c.gpPercentuale).Bind(11, c.commissioni).Run();
-    exeTx.Commit();
-    setTx.Commit();
-}
-
 } // namespace
 
 bool RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
@@ -175,9 +109,10 @@ bool RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const 
     // replay then runs on the files as they were, and fails, if it fails, as it always has.
     std::optional<Ricalcolo> r;
     try {
-        r = Ricalcola(leggiLibro(dbExe, dbSet));
+        if (const std::optional<Libro> libro = LeggiLibro(dbExe, dbSet))
+            r = Ricalcola(*libro);
         if (r)
-            scrivi(dbExe, dbSet, *r);
+            ScriviRicalcolo(dbExe, dbSet, *r);
     } catch (const std::exception&) {
         r.reset();
     }

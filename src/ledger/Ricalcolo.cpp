@@ -51,43 +51,92 @@ public:
     {
         for (const Eseguito& t : libro_.eseguiti) {
             const double c = commissione(t);
-            const QString chiave = NocaseKey(t.cod);
-            if (t.tipo.toUpper() == QLatin1String("BUY"))
+            const int chiave = chiaveDi(t.cod);
+            if (acquisto(t.tipo))
                 compra(t, chiave, c);
             else if (!vendi(t, chiave, c))
                 break;
-            if (const QString errore = NocaseKey(t.errore); libro_.errori.contains(errore))
-                ++out_.contatori[errore];
+            conta(t.errore);
         }
         for (std::size_t i = 0; i < righe_.size(); ++i)
             if (vive_[i])
                 out_.portafoglio.push_back(righe_[i]);
+        for (std::size_t i = 0; i < errori_.size(); ++i)
+            if (conteggi_[i] > 0)
+                out_.contatori.insert(errori_[i], conteggi_[i]);
         return std::move(out_);
     }
 
 private:
-    double commissione(const Eseguito& t) const
+    // The look-ups of a text are made once per distinct text, not once per trade.
+    bool acquisto(const QString& tipo)
     {
-        const auto s = libro_.sistemi.constFind(NocaseKey(t.system));
-        if (s == libro_.sistemi.constEnd())
-            return 0.0;
-        const double c = t.qta * t.prezzo * s->commissioni / 1000;
-        return c < s->minimo ? s->minimo : c;
+        auto it = acquisti_.constFind(tipo);
+        if (it == acquisti_.constEnd())
+            it = acquisti_.insert(tipo, tipo.toUpper() == QLatin1String("BUY"));
+        return *it;
     }
 
-    void compra(const Eseguito& t, const QString& chiave, double c)
+    int chiaveDi(const QString& cod)
     {
-        const auto aperta = aperte_.constFind(chiave);
-        if (aperta == aperte_.constEnd()) {
+        auto it = chiavi_.constFind(cod);
+        if (it == chiavi_.constEnd()) {
+            const QString key = NocaseKey(cod);
+            auto k = perChiave_.constFind(key);
+            if (k == perChiave_.constEnd()) {
+                k = perChiave_.insert(key, static_cast<int>(aperte_.size()));
+                aperte_.push_back(-1);
+            }
+            it = chiavi_.insert(cod, *k);
+        }
+        return *it;
+    }
+
+    double commissione(const Eseguito& t)
+    {
+        auto s = sistemi_.constFind(t.system);
+        if (s == sistemi_.constEnd()) {
+            const auto trovato = libro_.sistemi.constFind(NocaseKey(t.system));
+            s = sistemi_.insert(t.system, trovato == libro_.sistemi.constEnd() ? nullptr : &*trovato);
+        }
+        if (!*s)
+            return 0.0;
+        const double c = t.qta * t.prezzo * (*s)->commissioni / 1000;
+        return c < (*s)->minimo ? (*s)->minimo : c;
+    }
+
+    void conta(const QString& errore)
+    {
+        auto it = erroreDi_.constFind(errore);
+        if (it == erroreDi_.constEnd()) {
+            const QString key = NocaseKey(errore);
+            int slot = -1;
+            if (libro_.errori.contains(key)) {
+                slot = static_cast<int>(std::find(errori_.begin(), errori_.end(), key) - errori_.begin());
+                if (slot == static_cast<int>(errori_.size())) {
+                    errori_.push_back(key);
+                    conteggi_.push_back(0);
+                }
+            }
+            it = erroreDi_.insert(errore, slot);
+        }
+        if (*it >= 0)
+            ++conteggi_[static_cast<std::size_t>(*it)];
+    }
+
+    void compra(const Eseguito& t, int chiave, double c)
+    {
+        int& aperta = aperte_[static_cast<std::size_t>(chiave)];
+        if (aperta < 0) {
             // A new row takes the rowid after the highest one left, as the engine gives it.
             const long long rowid = righe_.empty() ? 1 : righe_.back().rowid + 1;
-            aperte_.insert(chiave, righe_.size());
+            aperta = static_cast<int>(righe_.size());
             righe_.push_back({rowid, t.system, t.cod, t.titolo, scritto(t.qta), scritto(num::Round(t.prezzo, 4)),
                               scritto(t.importo), scritto(c)});
             vive_.push_back(true);
             return;
         }
-        Posizione& p = righe_[*aperta];
+        Posizione& p = righe_[static_cast<std::size_t>(aperta)];
         const double q = p.qta + t.qta;
         const double carico = dividi(t.qta * t.prezzo + p.qta * p.pzoCarico, q);
         // The commission stays that of the opening buy.
@@ -97,23 +146,22 @@ private:
     }
 
     // False when the sale stops the replay.
-    bool vendi(const Eseguito& t, const QString& chiave, double c)
+    bool vendi(const Eseguito& t, int chiave, double c)
     {
-        const auto aperta = aperte_.constFind(chiave);
-        if (aperta == aperte_.constEnd()) {
+        int& aperta = aperte_[static_cast<std::size_t>(chiave)];
+        if (aperta < 0) {
             out_.messaggio = MessaggioNonPosseduto(t.cod, t.data);
             return false;
         }
-        const std::size_t riga = *aperta;
-        Posizione& p = righe_[riga];
+        Posizione& p = righe_[static_cast<std::size_t>(aperta)];
         const double gp = t.qta * t.prezzo - t.qta * p.pzoCarico;
         const double percentuale = dividi(t.prezzo - p.pzoCarico, p.pzoCarico) * 100;
         const double quota = dividi(p.commissioni * t.qta, p.qta);
-        out_.chiuse.push_back({t.data, num::Weekday(t.data), t.system, t.cod, t.titolo, scritto(p.pzoCarico),
-                               scritto(t.qta), scritto(num::Round(t.prezzo, 4)), scritto(num::Round(gp, 4)),
-                               scritto(num::Round(percentuale, 2)), scritto(c + quota)});
+        out_.chiuse.push_back({static_cast<long long>(out_.chiuse.size()) + 1, t.data, num::Weekday(t.data), t.system,
+                               t.cod, t.titolo, scritto(p.pzoCarico), scritto(t.qta), scritto(num::Round(t.prezzo, 4)),
+                               scritto(num::Round(gp, 4)), scritto(num::Round(percentuale, 2)), scritto(c + quota)});
         if (t.qta == p.qta) {
-            chiudi(chiave, riga);
+            chiudi(aperta);
         } else if (t.qta < p.qta) {
             const double resto = p.qta - t.qta;
             p.importo = scritto(num::Round(p.pzoCarico * resto, 1));
@@ -126,10 +174,10 @@ private:
         return true;
     }
 
-    void chiudi(const QString& chiave, std::size_t riga)
+    void chiudi(int& aperta)
     {
-        aperte_.remove(chiave);
-        vive_[riga] = false;
+        vive_[static_cast<std::size_t>(aperta)] = false;
+        aperta = -1;
         while (!vive_.empty() && !vive_.back()) {
             vive_.pop_back();
             righe_.pop_back();
@@ -140,7 +188,13 @@ private:
     Ricalcolo out_;
     std::vector<Posizione> righe_; // every row inserted and not yet deleted from the end
     std::vector<bool> vive_;
-    QHash<QString, std::size_t> aperte_;
+    std::vector<int> aperte_; // by key: the row of the open position, -1 for none
+    QHash<QString, int> perChiave_, chiavi_;
+    QHash<QString, bool> acquisti_;
+    QHash<QString, const Sistema*> sistemi_;
+    QHash<QString, int> erroreDi_;
+    std::vector<QString> errori_;
+    std::vector<double> conteggi_;
 };
 
 } // namespace
@@ -163,7 +217,12 @@ std::optional<double> ValoreScritto(double value)
         return 0.0;
     if (mag < 1e15 && value == std::trunc(value))
         return value; // written as a whole number
-    // The common case the way num::SqlText writes it, without a QString.
+    // The double nearest to a decimal of at most 15 digits, 6 of them decimals: its
+    // 15-digit text is that decimal, which reads back as the same double.
+    const double micro = std::round(value * 1e6);
+    if (mag >= 1e-4 && std::fabs(micro) < 1e15 && micro / 1e6 == value)
+        return value;
+    // Otherwise the way num::SqlText writes it, without a QString where that is plain.
     char buf[64];
     char* end = buf;
     if (mag >= 1e-10 && mag < 1e15) {

@@ -9,6 +9,10 @@
 #include <optional>
 #include <vector>
 
+namespace store {
+class Database;
+}
+
 namespace ledger {
 
 // One trade as the replay reads it: a null text reads as empty, a null number as 0.
@@ -36,6 +40,7 @@ struct Posizione {
 };
 
 struct Chiusa {
+    long long rowid = 0;
     QDate data;
     int giorno = 0;
     QString system, cod, titolo;
@@ -44,7 +49,7 @@ struct Chiusa {
 
 struct Ricalcolo {
     std::vector<Posizione> portafoglio; // in rowid order
-    std::vector<Chiusa> chiuse;         // in insertion order
+    std::vector<Chiusa> chiuse;         // in rowid order
     QHash<QString, double> contatori;   // by NocaseKey; codes not counted stay 0
     QString messaggio;                  // the message of a stopping sale, empty otherwise
 };
@@ -54,6 +59,13 @@ struct Ricalcolo {
 // a load price of zero, a date or number its statements can't carry): the caller
 // then runs the statement replay itself.
 std::optional<Ricalcolo> Ricalcola(const Libro& libro);
+
+// The trades and the settings as the statement replay reads them; empty for a value
+// read otherwise (a table of a foreign file with texts for numbers, say).
+std::optional<Libro> LeggiLibro(store::Database& dbExe, store::Database& dbSet);
+// Leaves Portafoglio, OperazioniChiuse and the counters of Errori as the result says,
+// rowids included, in one transaction per file. Rows already as they must be stay untouched.
+void ScriviRicalcolo(store::Database& dbExe, store::Database& dbSet, const Ricalcolo& r);
 
 // A text as SQLite's NOCASE compares it: ASCII letters folded, nothing else.
 QString NocaseKey(const QString& text);

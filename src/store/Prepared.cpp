@@ -55,4 +55,37 @@ void Prepared::Run()
     ++conn_->statementsRun;
 }
 
+bool Prepared::Next()
+{
+    const int rc = sqlite3_step(st_);
+    if (rc == SQLITE_ROW)
+        return true;
+    sqlite3_reset(st_);
+    if (rc != SQLITE_DONE)
+        conn_->fail(sql_);
+    ++conn_->statementsRun;
+    return false;
+}
+
+Prepared::Kind Prepared::KindOf(int column) const
+{
+    switch (sqlite3_column_type(st_, column)) {
+    case SQLITE_INTEGER: return Kind::Integer;
+    case SQLITE_FLOAT: return Kind::Real;
+    case SQLITE_TEXT: return Kind::Text;
+    case SQLITE_BLOB: return Kind::Blob;
+    default: return Kind::Null;
+    }
+}
+
+double Prepared::Real(int column) const { return sqlite3_column_double(st_, column); }
+
+long long Prepared::Integer(int column) const { return sqlite3_column_int64(st_, column); }
+
+QUtf8StringView Prepared::Utf8(int column) const
+{
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(st_, column));
+    return QUtf8StringView(text, sqlite3_column_bytes(st_, column));
+}
+
 } // namespace store

@@ -3,6 +3,7 @@
 // for batches of computed rows, where a statement text per row would cost more
 // than the rows themselves. No dialect mapping and no literals: the text is SQLite's own.
 #include <QString>
+#include <QUtf8StringView>
 
 #include <memory>
 
@@ -26,6 +27,16 @@ public:
     Prepared& Bind(int index, const QString& text);
     // Runs the statement to its end with the values bound; they stay bound for the next run.
     void Run();
+
+    // A query a row at a time: false at its end, when it is ready to run again.
+    bool Next();
+    // Columns of the current row, counted from 0.
+    enum class Kind { Null, Integer, Real, Text, Blob };
+    Kind KindOf(int column) const;
+    double Real(int column) const;
+    long long Integer(int column) const;
+    // Valid until the next step.
+    QUtf8StringView Utf8(int column) const;
 
 private:
     void check(int rc) const;
