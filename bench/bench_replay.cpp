@@ -31,6 +31,21 @@ static void BM_Replay(benchmark::State& state)
 BENCHMARK(BM_Replay<true>)->Name("BM_RicalcolaPortafoglio")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Replay<false>)->Name("BM_RicalcolaPortafoglioPerIstruzioni")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
+// The trade window's undo record, taken at each of its refreshes: inside the confirm's
+// transaction, so its cost is the statements', not a sync of its own.
+static void BM_CopiaEseguitiTemp(benchmark::State& state)
+{
+    bench::GeneratedLedger ledger;
+    bench::MakeLedger(ledger, static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        store::Transaction click(ledger.dbExe);
+        ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+        ledger.dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
+        click.Commit();
+    }
+}
+BENCHMARK(BM_CopiaEseguitiTemp)->Arg(10000)->Unit(benchmark::kMillisecond);
+
 // One trade typed and confirmed: a single durable statement, under both sync levels.
 static void BM_DurableInsert(benchmark::State& state)
 {
