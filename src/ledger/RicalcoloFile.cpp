@@ -49,6 +49,15 @@ double numero(const store::Prepared& q, int c)
     return q.Real(c); // null reads 0, as the cursors read it
 }
 
+// True for a code in the first column, false for a null one.
+bool codice(const store::Prepared& q)
+{
+    const Kind k = q.KindOf(0);
+    if (k != Kind::Text && k != Kind::Null)
+        throw Estraneo{};
+    return k == Kind::Text;
+}
+
 // Texts of the ledger repeat (types, systems, codes): each distinct one is built once.
 class Testi {
 public:
@@ -177,13 +186,13 @@ std::optional<Libro> LeggiLibro(store::Database& dbExe, store::Database& dbSet)
         Libro libro;
         store::Prepared e(dbSet, QStringLiteral("SELECT Cod FROM Errori"));
         while (e.Next())
-            if (e.KindOf(0) == Kind::Text) // a null code matches no text
+            if (codice(e)) // a null code matches no text
                 libro.errori.insert(NocaseKey(e.Utf8(0).toString()));
         store::Prepared s(dbSet, QStringLiteral("SELECT Cod, Commissioni, CommissioniMin FROM System"));
         while (s.Next()) {
             const Sistema sistema{numero(s, 1), numero(s, 2)};
             // The look-up reads the first row of a code.
-            if (const QString key = NocaseKey(s.Utf8(0).toString()); s.KindOf(0) == Kind::Text && !libro.sistemi.contains(key))
+            if (const QString key = NocaseKey(s.Utf8(0).toString()); codice(s) && !libro.sistemi.contains(key))
                 libro.sistemi.insert(key, sistema);
         }
         // The order of "ORDER BY Data" in the store: equal dates in record order.

@@ -276,8 +276,8 @@ protected:
 
         // One risk per ledger at most, so that most ledgers take the in-memory path.
         const int rischio = caso(20) ? static_cast<int>(rng() % 7) : -1;
-        const int n = 1 + static_cast<int>(rng() % 16);
-        const int dove = static_cast<int>(rng() % static_cast<unsigned>(n));
+        const int n = static_cast<int>(rng() % 17); // an empty ledger too
+        const int dove = n ? static_cast<int>(rng() % static_cast<unsigned>(n)) : 0;
         QHash<QString, double> posseduti; // by code, ASCII letters folded as the replay looks them up
         int giorno = 1;
         for (int i = 0; i < n; ++i) {

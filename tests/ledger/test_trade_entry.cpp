@@ -360,7 +360,7 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     // A buy at a zero price is taken, but the sale after it divides by its load price: the
     // sale goes back with the failure, or every opening would fail again.
     frame->ControlloMenu();
-    buy("11/01/2003", "TIM", "3", "0");
+    buy("11/01/2003", "TIM", "3", "0,0"); // "0" keeps Conferma disabled, "0,0" does not
     const QStringList zero = eseguiti();
     modo(0);
     data("12/01/2003");
