@@ -1,5 +1,6 @@
 #include "ledger/Replay.h"
 
+#include "ledger/Ricalcolo.h"
 #include "platform/Numbers.h"
 #include "store/Database.h"
 
@@ -9,12 +10,7 @@ namespace {
 
 using num::SqlText;
 
-// One trade of the ledger as the replay reads it.
-struct Trade {
-    QDate data;
-    QString tipo, system, cod, titolo, errore;
-    double qta = 0, prezzo = 0, importo = 0;
-};
+using Trade = Eseguito;
 
 Trade readTrade(const store::Recordset& t)
 {
@@ -65,7 +61,7 @@ bool vendi(store::Database& dbExe, const Trade& t, double c, const PlainBox& box
 {
     const store::Recordset p = dbExe.OpenRecordset("SELECT *  FROM portafoglio where Cod = '" + t.cod + "'");
     if (p.RecordCount() < 1) {
-        box(t.cod + " e' stato venduto : " + num::DateText(t.data));
+        box(MessaggioNonPosseduto(t.cod, t.data));
         return false;
     }
     const double pQta = p.Number(QStringLiteral("Qta"));
@@ -90,7 +86,7 @@ bool vendi(store::Database& dbExe, const Trade& t, double c, const PlainBox& box
         dbExe.Execute("UPDATE Portafoglio SET Qta = " + SqlText(q) + ",Importo =" + SqlText(num::Round(carico * q, 1))
                       + ", Commissioni =" + SqlText(pComm - quota) + " WHERE Cod ='" + t.cod + "'");
     } else {
-        box(t.cod + " disponibili solo " + num::Text(pQta) + " pezzi");
+        box(MessaggioSoloDisponibili(t.cod, pQta));
         return false;
     }
     return true;
@@ -107,7 +103,39 @@ void contaErrore(store::Database& dbSet, const Trade& t)
 
 } // namespace
 
-void RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
+bool RicalcolaPortafoglio(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
+{
+    // Reading writes nothing, and a failed batch rolls back: either way the statement
+    // replay then runs on the files as they were, and fails, if it fails, as it always has.
+    std::optional<Ricalcolo> r;
+    try {
+        if (const std::optional<Libro> libro = LeggiLibro(dbExe, dbSet))
+            r = Ricalcola(*libro);
+        if (r)
+            ScriviRicalcolo(dbExe, dbSet, *r);
+    } catch (const std::exception&) {
+        r.reset();
+    }
+    if (!r) {
+        RicalcolaPortafoglioPerIstruzioni(dbExe, dbSet, box);
+        return false;
+    }
+    if (!r->messaggio.isEmpty() && box)
+        box(r->messaggio);
+    return true;
+}
+
+QString MessaggioNonPosseduto(const QString& cod, const QDate& data)
+{
+    return cod + " e' stato venduto : " + num::DateText(data);
+}
+
+QString MessaggioSoloDisponibili(const QString& cod, double posseduti)
+{
+    return cod + " disponibili solo " + num::Text(posseduti) + " pezzi";
+}
+
+void RicalcolaPortafoglioPerIstruzioni(store::Database& dbExe, store::Database& dbSet, const PlainBox& box)
 {
     // One transaction per file keeps a long replay fast; a failing statement
     // rolls both back, so no half-built replay is ever left on disk.

@@ -343,10 +343,10 @@ TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
     EXPECT_THROW(clickOk(), store::DbError);
     EXPECT_EQ(eseguiti(), prima);
 
-    // A position at a zero price (typed the window refuses it), and a sale that divides by its
-    // load price: the sale goes back with the failure, or every opening would fail again.
-    AddTrade(Module1::dbExe, "11/01/2003", "Buy", "T2", "TIM", 3, 0);
+    // A buy at a zero price is taken ("0" keeps Conferma disabled, "0,0" does not), but the sale
+    // after it divides by its load price: the sale goes back with the failure.
     frame->ControlloMenu();
+    buy("11/01/2003", "TIM", "3", "0,0");
     const QStringList zero = eseguiti();
     modo(0);
     data("12/01/2003");
