@@ -189,6 +189,10 @@ public:
             }
             prezzo /= *cambio;
         }
+        if (!std::isfinite(prezzo)) {
+            r.motivo = QStringLiteral("prezzo non leggibile");
+            return r;
+        }
         prezzo = num::Round(prezzo, 4);
         // The replay can't load a position at no price.
         if (prezzo == 0) {
@@ -219,7 +223,10 @@ private:
     bool mappata(Campo c) const { return idx_[static_cast<std::size_t>(c)] >= 0; }
     std::optional<double> numero(const QStringList& celle, Campo c) const
     {
-        return mappata(c) ? LeggiNumero(valore(celle, c), m_.decimale) : std::nullopt;
+        if (!mappata(c))
+            return std::nullopt;
+        const std::optional<double> v = LeggiNumero(valore(celle, c), m_.decimale);
+        return v && std::isfinite(*v) ? v : std::nullopt;
     }
 
     const Mappatura& m_;

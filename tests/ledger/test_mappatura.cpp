@@ -1,9 +1,11 @@
 // Brokers' files read and mapped into trades and account movements, without a window.
 #include "ledger/FileBroker.h"
 #include "ledger/Mappatura.h"
+#include "ledger/ModelliSalvati.h"
+#include "store/Delivered.h"
 
 #include "platform/Failure.h"
-#include "support/QtPrinters.h"
+#include "support/Fixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -282,4 +284,52 @@ TEST(FileBroker, AFileThatCantBeReadSaysWhy)
             EXPECT_TRUE(QString(e.what()).startsWith("Impossibile leggere il file " + QFileInfo(path).fileName() + ": ")) << e.what();
         }
     }
+}
+
+TEST(ModelliSalvati, SavedByNameReplacedAndAddedToAnOlderDataSet)
+{
+    testing_support::ProgramFolder folder;
+    store::Database set;
+    set.Open(folder.File("DataSet.qvd"));
+    // A DataSet.qvd of an earlier version gets the table at the next start.
+    set.Execute("DROP TABLE ModelliImportazione");
+    store::CompletaImpostazioni(set);
+    store::CompletaImpostazioni(set);
+    EXPECT_TRUE(CaricaModelli(set).isEmpty());
+
+    Mappatura m = ModelliPredefiniti()[1];
+    m.nome = "Banca d'Italia";
+    m.intestazione = {"Data", "Quantita'", "Tipo"};
+    m.separatore = u'\t';
+    m.formatoData = FormatoData::MmGgAaaa;
+    m.lista(Parole::Costi) = "Bollo;Imposta d'esempio";
+    SalvaModello(set, m);
+    Mappatura altro = ModelliPredefiniti()[2];
+    altro.nome = "IB";
+    SalvaModello(set, altro);
+    m.decimale = u'.';
+    m.nome = "BANCA D'ITALIA"; // the same name: replaces it, and is now the latest
+    SalvaModello(set, m);
+
+    const QList<Mappatura> salvati = CaricaModelli(set);
+    ASSERT_EQ(salvati.size(), 2);
+    EXPECT_EQ(salvati[1].nome, "IB");
+    const Mappatura& letto = salvati[0];
+    EXPECT_EQ(letto.nome, "BANCA D'ITALIA");
+    EXPECT_EQ(letto.intestazione, m.intestazione);
+    EXPECT_EQ(letto.separatore, u'\t');
+    EXPECT_EQ(letto.decimale, u'.');
+    EXPECT_EQ(letto.formatoData, FormatoData::MmGgAaaa);
+    EXPECT_EQ(letto.colonne, m.colonne);
+    EXPECT_EQ(letto.parole, m.parole);
+    EXPECT_EQ(letto.rigaIntestazione, m.rigaIntestazione);
+
+    // A saved model's header, wherever it stands, comes before a built-in one.
+    const Tabella righe = {{"Conto", "1"}, {" data", "QUANTITA'", "Tipo", "", ""}, {"01/02/2024", "1", "x"}};
+    const std::optional<Riconoscimento> r = RiconosciModello(righe, salvati);
+    ASSERT_TRUE(r.has_value());
+    EXPECT_EQ(r->modello.nome, "BANCA D'ITALIA");
+    EXPECT_EQ(r->riga, 1);
+    EXPECT_EQ(r->modello.rigaIntestazione, 2);
+    EXPECT_FALSE(RiconosciModello(righe, {}).has_value());
 }
