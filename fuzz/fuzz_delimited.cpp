@@ -37,7 +37,7 @@ void verifica(const platform::Tabella& righe, const ledger::Mappatura& m)
         check(std::isfinite(e.qta) && e.qta > 0, "quantity");
         check(std::isfinite(e.prezzo) && e.prezzo > 0 && e.prezzo == num::Round(e.prezzo, 4) && e.prezzoOttimale == e.prezzo, "price");
         check(!e.cod.isEmpty() && !e.titolo.isEmpty(), "code and title");
-        check(!(e.cod + e.titolo + e.system).contains(u'\''), "apostrophe in a trade");
+        check(!QString(e.cod + e.titolo + e.system).contains(u'\''), "apostrophe in a trade");
     }
     for (qsizetype i = 0; i < s.movimenti.size(); ++i) {
         const ledger::MovimentoImportato& v = s.movimenti[i];

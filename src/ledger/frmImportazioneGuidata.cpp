@@ -220,8 +220,8 @@ void frmImportazioneGuidata::crea()
     gv->setColumnStretch(3, 1);
 
     auto* mezzo = new QHBoxLayout;
-    mezzo->addWidget(campi, 1);
-    mezzo->addWidget(valori, 1);
+    mezzo->addWidget(campi, 2);
+    mezzo->addWidget(valori, 3);
 
     auto* anteprima = new QGroupBox(QStringLiteral("Anteprima dell'importazione"), this);
     auto* a = new QVBoxLayout(anteprima);
@@ -248,7 +248,7 @@ void frmImportazioneGuidata::crea()
     auto* tutto = new QVBoxLayout(this);
     tutto->addWidget(file, 3);
     tutto->addLayout(mezzo);
-    tutto->addWidget(anteprima, 4);
+    tutto->addWidget(anteprima, 3);
     tutto->addLayout(piede);
     resize(1060, 780);
 }
@@ -333,8 +333,13 @@ void frmImportazioneGuidata::riempiFile()
             righeFile_->setItem(r, c, item);
         }
     }
+    // Wide enough for what the cells hold, within reason.
+    tbl_File_->resizeColumnsToContents();
+    for (int c = 0; c < larghezza; ++c)
+        tbl_File_->setColumnWidth(c, std::clamp(tbl_File_->columnWidth(c), 60, 220));
+    // The header near the top, with the line before it.
     if (mappa_.rigaIntestazione <= n)
-        tbl_File_->scrollTo(righeFile_->index(mappa_.rigaIntestazione - 1, 0), QAbstractItemView::PositionAtTop);
+        tbl_File_->scrollTo(righeFile_->index(std::max(mappa_.rigaIntestazione - 2, 0), 0), QAbstractItemView::PositionAtTop);
 }
 
 void frmImportazioneGuidata::riempiColonne()
