@@ -59,17 +59,21 @@ QStringList rigaIntestazione(const platform::Tabella& righe, const Mappatura& m)
     return i >= 0 && i < righe.size() ? righe[i] : QStringList();
 }
 
-bool inLista(const QString& lista, const QString& tipo, const QString& segno, bool conSegno)
+// The words of a list as typed: separated by ";", blanks around them dropped.
+QStringList parole(const QString& lista)
 {
-    const QStringList parole = lista.split(u';', Qt::SkipEmptyParts);
-    for (const QString& p : parole) {
-        const QString parola = p.trimmed();
-        if (parola.isEmpty())
-            continue;
-        if (uguali(parola, tipo) || (conSegno && uguali(parola, tipo + u' ' + segno)))
-            return true;
-    }
-    return false;
+    QStringList out;
+    for (const QString& p : lista.split(u';', Qt::SkipEmptyParts))
+        if (!p.trimmed().isEmpty())
+            out << p.trimmed();
+    return out;
+}
+
+bool inLista(const QStringList& parole, const QString& tipo, const QString& tipoESegno)
+{
+    return std::any_of(parole.begin(), parole.end(), [&](const QString& p) {
+        return uguali(p, tipo) || (!tipoESegno.isNull() && uguali(p, tipoESegno));
+    });
 }
 
 // One row read: a trade, a movement or the reason it is neither.
@@ -85,6 +89,8 @@ public:
     Lettore(const Mappatura& m, const QStringList& intestazione, const QString& system)
         : m_(m), idx_(indici(intestazione, m)), system_(senzaApostrofi(system))
     {
+        for (int p = 0; p < kParole; ++p)
+            parole_[static_cast<std::size_t>(p)] = parole(m.parole[static_cast<std::size_t>(p)]);
     }
 
     bool haOra() const { return mappata(Campo::Ora); }
@@ -105,7 +111,8 @@ public:
         if (mappata(Campo::Tipo)) {
             const QString segno = valore(celle, Campo::Segno);
             const bool conSegno = mappata(Campo::Segno);
-            auto e = [&](Parole p) { return inLista(m_.lista(p), tipo, segno, conSegno); };
+            const QString tipoESegno = conSegno ? tipo + u' ' + segno : QString();
+            auto e = [&](Parole p) { return inLista(parole_[static_cast<std::size_t>(p)], tipo, tipoESegno); };
             if (e(Parole::Acquisto))
                 eseguito = QStringLiteral("Buy");
             else if (e(Parole::Vendita))
@@ -231,6 +238,7 @@ private:
 
     const Mappatura& m_;
     std::array<qsizetype, kCampi> idx_;
+    std::array<QStringList, kParole> parole_;
     QString system_;
 };
 
