@@ -67,6 +67,14 @@ std::unique_ptr<frmImportazioneGuidata> frmImportazioneGuidata::Apri(const QStri
     }
 }
 
+std::optional<ledger::Staging> frmImportazioneGuidata::Esegui(const QString& path, QWidget* parent)
+{
+    const std::unique_ptr<frmImportazioneGuidata> w = Apri(path, parent);
+    if (!w || w->exec() != QDialog::Accepted)
+        return std::nullopt;
+    return w->Risultato();
+}
+
 frmImportazioneGuidata::frmImportazioneGuidata(const QString& path, QWidget* parent) : QDialog(parent), file_(path)
 {
     setObjectName(QStringLiteral("frmImportazioneGuidata"));

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 
 class QComboBox;
 class QLabel;
@@ -22,6 +23,9 @@ class frmImportazioneGuidata final : public QDialog {
 public:
     // The window for a file, or nullptr after a message when the file can't be read.
     static std::unique_ptr<frmImportazioneGuidata> Apri(const QString& path, QWidget* parent = nullptr);
+    // The window shown modally for a file: what OK staged, nothing when the user cancels
+    // or the file can't be read (the message has said why).
+    static std::optional<ledger::Staging> Esegui(const QString& path, QWidget* parent = nullptr);
     // Throws platform::Failure with the user's message when the file can't be read.
     explicit frmImportazioneGuidata(const QString& path, QWidget* parent = nullptr);
 

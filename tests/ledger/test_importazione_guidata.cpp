@@ -154,10 +154,21 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     EXPECT_EQ(conti(), "0/0/2");
 }
 
-TEST_F(ImportazioneGuidataTest, AFileThatCantBeReadGetsAMessageAndNoWindow)
+TEST_F(ImportazioneGuidataTest, ShownModallyItGivesWhatOkStagedOrNothing)
 {
+    auto premi = [](const char* bottone) {
+        WhenModal([bottone](QWidget* m) { Clicca(m->findChild<QPushButton*>(bottone)); },
+                  [](QWidget* m) { return m->objectName() == "frmImportazioneGuidata"; });
+    };
+    premi("cmd_Ok");
+    const std::optional<ledger::Staging> s = frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame);
+    ASSERT_TRUE(s.has_value());
+    EXPECT_EQ(s->eseguiti.size(), 3);
+    premi("cmd_Annulla");
+    EXPECT_FALSE(frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame).has_value());
+
     QString messaggio;
     PressOnModal("OK", &messaggio);
-    EXPECT_EQ(frmImportazioneGuidata::Apri(path("non-esiste.csv"), frame), nullptr);
+    EXPECT_FALSE(frmImportazioneGuidata::Esegui(path("non-esiste.csv"), frame).has_value());
     EXPECT_TRUE(messaggio.startsWith("Impossibile leggere il file non-esiste.csv: ")) << messaggio.toStdString();
 }
