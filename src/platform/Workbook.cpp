@@ -444,10 +444,6 @@ QVariant Workbook::Cell(const QString& name)
     return {};
 }
 
-// TEMPORARY: stands in for the reader's own until it is merged.
-QStringList Workbook::SheetNames() const { return {activeName_}; }
-QList<QVariantList> Workbook::Rows(const QString&) { throw Failure("Workbook::Rows non ancora disponibile"); }
-
 QString Workbook::Text(const QVariant& value)
 {
     if (value.typeId() == QMetaType::QDateTime) {

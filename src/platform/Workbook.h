@@ -2,8 +2,6 @@
 // A workbook file (.xlsx) opened for reading cells of its active sheet, as the
 // sheet probe needs. Cells written to it stay in memory: the file is never written.
 #include <QHash>
-#include <QList>
-#include <QStringList>
 #include <QString>
 #include <QVariant>
 
@@ -22,10 +20,6 @@ public:
     Workbook& operator=(const Workbook&) = delete;
 
     QString ActiveSheetName() const { return activeName_; }
-    // TEMPORARY until the workbook reader's own arrive: names of the sheets, and every
-    // row of a sheet up to the last used one (null for an empty cell).
-    QStringList SheetNames() const;
-    QList<QVariantList> Rows(const QString& sheetName);
     // A cell of the active sheet by its name ("A2"): a text, a number, a bool,
     // a QDate or QDateTime for date formats, null when the cell is empty.
     QVariant Cell(const QString& name);
