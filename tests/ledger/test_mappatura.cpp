@@ -12,6 +12,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 
+#include <xlsxwriter.h>
+
 #include <gtest/gtest.h>
 
 using namespace ledger;
@@ -26,8 +28,8 @@ QStringList eseguiti(const Staging& s)
     QStringList out;
     for (const EseguitoImportato& e : s.eseguiti)
         out << QStringLiteral("%1|%2|%3|%4|%5|%6|%7|%8|%9")
-                   .arg(e.data.toString("dd/MM/yyyy"), e.tipo, e.system, e.cod, e.titolo, QString::number(e.qta),
-                        QString::number(e.prezzo), e.errore, QString::number(e.prezzoOttimale));
+                   .arg(e.data.toString("dd/MM/yyyy"), e.tipo, e.system, e.cod, e.titolo, QString::number(e.qta, 'g', 15),
+                        QString::number(e.prezzo, 'g', 15), e.errore, QString::number(e.prezzoOttimale, 'g', 15));
     return out;
 }
 
@@ -264,6 +266,37 @@ TEST(Mappatura, SheetCellsBecomeTextTheMappingReads)
     EXPECT_EQ(TabellaDaFoglio(foglio), (Tabella{{"Data", "Qta", "", "Ok"},
                                                 {"2024-03-15", "1234567.5", "0.1", "VERO"},
                                                 {"2024-03-15 10:05:00", "100000000000000000000", "-2", ""}}));
+}
+
+TEST(FileBroker, AWorkbooksFirstSheetIsMappedAsATextFileWouldBe)
+{
+    QTemporaryDir dir;
+    const QString path = dir.filePath("ib.xlsx");
+    lxw_workbook* wb = workbook_new(path.toUtf8().constData());
+    lxw_worksheet* ws = workbook_add_worksheet(wb, "Trades");
+    workbook_add_worksheet(wb, "Altro");
+    lxw_format* data = workbook_add_format(wb);
+    format_set_num_format(data, "dd/mm/yyyy");
+    worksheet_write_string(ws, 0, 0, "Flex query", nullptr);
+    const char* intestazione[] = {"TradeDate", "Buy/Sell", "ISIN", "Quantity", "TradePrice", "TradeMoney"};
+    for (int c = 0; c < 6; ++c)
+        worksheet_write_string(ws, 2, c, intestazione[c], nullptr);
+    lxw_datetime giorno = {2024, 3, 4, 0, 0, 0};
+    worksheet_write_datetime(ws, 3, 0, &giorno, data);
+    worksheet_write_string(ws, 3, 1, "SELL", nullptr);
+    worksheet_write_string(ws, 3, 2, "US0378331005", nullptr);
+    worksheet_write_number(ws, 3, 3, -4, nullptr);
+    worksheet_write_number(ws, 3, 4, 1234.56789, nullptr);
+    worksheet_write_number(ws, 3, 5, -4938.27, nullptr);
+    ASSERT_EQ(workbook_close(wb), LXW_NO_ERROR);
+
+    const FileBroker f(path);
+    EXPECT_TRUE(f.Foglio());
+    const Mappatura m = mappa(f);
+    EXPECT_EQ(m.nome, "Interactive Brokers");
+    EXPECT_EQ(m.rigaIntestazione, 3);
+    EXPECT_EQ(m.formatoData, FormatoData::AaaaMmGg); // the cells' dates, whatever the model says
+    EXPECT_EQ(eseguiti(Applica(f.Righe(), m, "DAY")), QStringList{"04/03/2024|Sell|DAY|US0378331005|ND|4|1234.5679|NE|1234.5679"});
 }
 
 TEST(FileBroker, AFileThatCantBeReadSaysWhy)
