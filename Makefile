@@ -3,7 +3,7 @@
 #              then from a plain debug build (a freed buffer read inside Qt shows only there)
 # make package - install packages, release build with Debian's hardening flags, the .deb in build/package
 # make bench - install packages, release build of the benchmarks, run them
-# make fuzz  - install packages, clang build of the fuzz targets, fuzz the day-file and workbook readers
+# make fuzz  - install packages, clang build of the fuzz targets, fuzz the day-file, workbook and delimited-text readers
 #              for FUZZ_SECONDS each
 JOBS ?= $(shell nproc)
 RELEASE := build/release
@@ -52,14 +52,17 @@ bench: deps
 fuzz: deps
 	cmake -S . -B $(FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
 	  -DQUORVEL_TESTS=OFF -DQUORVEL_FUZZ=ON
-	cmake --build $(FUZZ) -j $(JOBS) --target fuzz_realtick fuzz_workbook make_workbook_seeds
-	mkdir -p $(FUZZ)/corpus $(FUZZ)/corpus-workbook $(FUZZ)/findings
+	cmake --build $(FUZZ) -j $(JOBS) --target fuzz_realtick fuzz_workbook fuzz_delimited make_workbook_seeds
+	mkdir -p $(FUZZ)/corpus $(FUZZ)/corpus-workbook $(FUZZ)/corpus-delimited $(FUZZ)/findings
 	cp -n fuzz/corpus/* $(FUZZ)/corpus/
+	cp -n fuzz/corpus-delimited/* tests/fixtures/brokers/* $(FUZZ)/corpus-delimited/
 	$(FUZZ)/fuzz/make_workbook_seeds $(FUZZ)/corpus-workbook
 	$(FUZZ)/fuzz/fuzz_realtick $(FUZZ)/corpus -dict=fuzz/realtick.dict -max_total_time=$(FUZZ_SECONDS) \
 	  -timeout=10 -max_len=65536 -artifact_prefix=$(FUZZ)/findings/ -print_final_stats=1
 	$(FUZZ)/fuzz/fuzz_workbook $(FUZZ)/corpus-workbook -max_total_time=$(FUZZ_SECONDS) \
 	  -timeout=10 -max_len=262144 -artifact_prefix=$(FUZZ)/findings/ -print_final_stats=1
+	$(FUZZ)/fuzz/fuzz_delimited $(FUZZ)/corpus-delimited -max_total_time=$(FUZZ_SECONDS) \
+	  -timeout=10 -max_len=65536 -artifact_prefix=$(FUZZ)/findings/ -print_final_stats=1
 
 clean:
 	rm -rf build

@@ -41,3 +41,28 @@ CREATE TABLE Colori (
 CREATE TABLE Consiglio (
   Consiglio TEXT COLLATE NOCASE
 ) STRICT;
+-- The user's mappings of brokers' files for the guided import, one row a name.
+CREATE TABLE ModelliImportazione (
+  Nome TEXT COLLATE NOCASE,
+  Intestazione TEXT,
+  RigaIntestazione REAL,
+  Separatore TEXT,
+  Decimale TEXT,
+  FormatoData TEXT,
+  CampoData TEXT,
+  CampoOra TEXT,
+  CampoTipo TEXT,
+  CampoSegno TEXT,
+  CampoCod TEXT,
+  CampoTitolo TEXT,
+  CampoQta TEXT,
+  CampoPrezzo TEXT,
+  CampoImporto TEXT,
+  CampoCambio TEXT,
+  ParoleAcquisto TEXT,
+  ParoleVendita TEXT,
+  ParoleVersamento TEXT,
+  ParolePrelievo TEXT,
+  ParoleDividendi TEXT,
+  ParoleCosti TEXT
+) STRICT;

@@ -54,6 +54,7 @@ void Main(const QString& programFolder)
     dbExe.Close();
     bPrimoAvvio = store::InstallDelivered(programFolder);
     dbSet.Open(FileProgramma(store::kSettingsFile));
+    store::CompletaImpostazioni(dbSet);
     if (bPrimoAvvio)
         prefs::AssociaFile(platform::Registro(), FileProgramma(QStringLiteral("sync.svg")), QApplication::applicationFilePath());
     MDIForm1::Instance()->Load();

@@ -46,6 +46,12 @@ QString SettingsScript()
 
 QString PortfolioScript() { return resourceText(QStringLiteral("portfolio.sql")); }
 
+void CompletaImpostazioni(Database& dbSet)
+{
+    QString schema = resourceText(QStringLiteral("settings-schema.sql"));
+    dbSet.ExecuteScript(schema.replace(QStringLiteral("CREATE TABLE "), QStringLiteral("CREATE TABLE IF NOT EXISTS ")));
+}
+
 void CreateEmptyPortfolio(const QString& path) { createAtomically(path, PortfolioScript()); }
 
 bool InstallDelivered(const QString& programFolder)

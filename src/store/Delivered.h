@@ -3,6 +3,8 @@
 
 namespace store {
 
+class Database;
+
 // Names of the files in the program folder.
 inline const QString kSettingsFile = QStringLiteral("DataSet.qvd");
 inline const QString kScratchPortfolio = QStringLiteral("DataExe.qvd");
@@ -15,6 +17,9 @@ QString PortfolioScript(); // schema only
 // Installs the delivered files into a program folder that has no DataSet.qvd yet.
 // Returns true when it did, that is on the first start of a fresh installation.
 bool InstallDelivered(const QString& programFolder);
+
+// Adds to a DataSet.qvd of an earlier version the tables it lacks; what it holds stays.
+void CompletaImpostazioni(Database& dbSet);
 
 // A new empty portfolio file with all six tables.
 void CreateEmptyPortfolio(const QString& path);

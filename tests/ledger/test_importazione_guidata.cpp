@@ -1,0 +1,174 @@
+// The guided import window as the trader uses it: a broker's file opened, a model chosen
+// by itself, columns and words changed by hand, a model saved and found again.
+#include "ledger/frmImportazioneGuidata.h"
+#include "app/MDIForm1.h"
+#include "support/Gui.h"
+#include "support/Utente.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableView>
+
+using namespace testing_support;
+
+namespace {
+
+class ImportazioneGuidataTest : public ProgramTest {
+protected:
+    void SetUp() override { Avvia(); }
+    void TearDown() override
+    {
+        w.reset();
+        ProgramTest::TearDown();
+    }
+    void apri(const QString& path)
+    {
+        w = frmImportazioneGuidata::Apri(path, frame);
+        ASSERT_NE(w, nullptr);
+        w->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(w.get()));
+    }
+    QString fixture(const QString& name) { return qEnvironmentVariable("QUORVEL_TEST_DATA") + "/brokers/" + name; }
+    template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
+    QString testo(const char* combo) { return c<QComboBox>(combo)->currentText(); }
+    // Eseguiti / movimenti / scartate as the counters show them.
+    QString conti() { return c<QLabel>("lab_Eseguiti")->text() + "/" + c<QLabel>("lab_Movimenti")->text() + "/" + c<QLabel>("lab_Scartate")->text(); }
+    QString anteprima(int riga, int colonna)
+    {
+        const QAbstractItemModel* m = c<QTableView>("tbl_Anteprima")->model();
+        return m->index(riga, colonna).data().toString();
+    }
+
+    std::unique_ptr<frmImportazioneGuidata> w;
+};
+
+} // namespace
+
+TEST_F(ImportazioneGuidataTest, ADirectaFileOpensWithItsModelAndFollowsTheUsersChanges)
+{
+    apri(fixture("directa.csv"));
+    EXPECT_EQ(w->windowTitle(), "Importazione guidata - directa.csv");
+    EXPECT_EQ(testo("cmb_Modello"), "Directa");
+    EXPECT_EQ(c<QSpinBox>("spn_Intestazione")->value(), 10);
+    EXPECT_EQ(testo("cmb_Separatore"), ",");
+    EXPECT_EQ(testo("cmb_Decimale"), ".");
+    EXPECT_EQ(testo("cmb_FormatoData"), "gg/mm/aaaa");
+    EXPECT_EQ(testo("cmb_Data"), "Data operazione");
+    EXPECT_EQ(testo("cmb_Prezzo"), "(nessuna)");
+    EXPECT_EQ(c<QLineEdit>("txt_Vendita")->text(), "Vendita");
+    EXPECT_EQ(testo("dbc_System"), "DAY");
+    EXPECT_EQ(conti(), "3/3/1");
+    // The file as it is, and the preview: trades first, oldest first.
+    EXPECT_EQ(c<QTableView>("tbl_File")->model()->index(9, 0).data().toString(), "Data operazione");
+    EXPECT_EQ(QStringList({anteprima(0, 1), anteprima(0, 2), anteprima(0, 3), anteprima(0, 4), anteprima(0, 7)}),
+              QStringList({"Eseguito", "12/03/2024", "Buy", "OR", "430,05"}));
+
+    // The code from another column, chosen with the mouse and the keys; a word more for the costs.
+    ChooseInCombo(c<QComboBox>("cmb_Cod"), "Isin");
+    EXPECT_EQ(anteprima(0, 4), "FR0000120321");
+    QTest::mouseClick(c<QLineEdit>("txt_Costi"), Qt::LeftButton);
+    QTest::keyClick(c<QLineEdit>("txt_Costi"), Qt::Key_End);
+    QTest::keyClicks(c<QLineEdit>("txt_Costi"), ";bollo TITOLI");
+    EXPECT_EQ(conti(), "3/4/0");
+    // A header line that isn't one: nothing maps, and OK says so and stays.
+    QTest::keyClick(c<QSpinBox>("spn_Intestazione"), Qt::Key_Up);
+    EXPECT_EQ(conti(), "0/0/6");
+    QString messaggio;
+    PressOnModal("OK", &messaggio);
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_TRUE(messaggio.startsWith("Nessuna riga del file è un eseguito o un movimento")) << messaggio.toStdString();
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_TRUE(w->Risultato().eseguiti.isEmpty());
+
+    // Back to the header: OK stages trades and movements under the chosen system.
+    QTest::keyClick(c<QSpinBox>("spn_Intestazione"), Qt::Key_Down);
+    ChooseInCombo(c<QComboBox>("dbc_System"), "SWING");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_EQ(w->result(), QDialog::Accepted);
+    ASSERT_EQ(w->Risultato().eseguiti.size(), 3);
+    EXPECT_EQ(w->Risultato().eseguiti[2].system, "SWING");
+    EXPECT_EQ(w->Risultato().eseguiti[2].cod, "IT0003132476");
+    EXPECT_EQ(w->Risultato().movimenti.size(), 4);
+}
+
+TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
+{
+    QByteArray righe = "Estratto conto\r\n\r\nGiorno;Operazione;Strumento;Pezzi;Prezzo;Valuta\r\n"
+                       "15/03/2024;C;ENI;100;15,234;EUR\r\n16/03/2024;V;ENI;100;16,1;EUR\r\n";
+    const QString primo = path("mia-banca.csv"), secondo = path("mia-banca-aprile.txt");
+    for (const QString& p : {primo, secondo}) {
+        QFile f(p);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(righe);
+        righe.replace("/03/2024", "/04/2024");
+    }
+    apri(primo);
+    EXPECT_EQ(testo("cmb_Modello"), "Personalizzato");
+    EXPECT_EQ(c<QSpinBox>("spn_Intestazione")->value(), 3);
+    EXPECT_EQ(testo("cmb_Separatore"), ";");
+    EXPECT_EQ(testo("cmb_Decimale"), ",");
+    EXPECT_EQ(conti(), "0/0/2");
+
+    // Mapped by hand: the date format follows the date column's values.
+    ChooseInCombo(c<QComboBox>("cmb_Data"), "Giorno");
+    ChooseInCombo(c<QComboBox>("cmb_Tipo"), "Operazione");
+    ChooseInCombo(c<QComboBox>("cmb_Cod"), "Strumento");
+    ChooseInCombo(c<QComboBox>("cmb_Qta"), "Pezzi");
+    ChooseInCombo(c<QComboBox>("cmb_Prezzo"), "Prezzo");
+    Scrivi(c<QLineEdit>("txt_Acquisto"), "C");
+    Scrivi(c<QLineEdit>("txt_Vendita"), "V");
+    EXPECT_EQ(testo("cmb_FormatoData"), "gg/mm/aaaa");
+    EXPECT_EQ(conti(), "2/0/0");
+
+    EXPECT_FALSE(c<QPushButton>("cmd_SalvaModello")->isEnabled());
+    // A built-in model's name is refused.
+    Scrivi(c<QLineEdit>("txt_NomeModello"), "fineco");
+    QString messaggio;
+    PressOnModal("OK", &messaggio);
+    Clicca(c<QPushButton>("cmd_SalvaModello"));
+    EXPECT_EQ(messaggio, "\"fineco\" è il nome di un modello predefinito: sceglierne un altro");
+    Scrivi(c<QLineEdit>("txt_NomeModello"), "Mia banca");
+    Clicca(c<QPushButton>("cmd_SalvaModello"));
+    EXPECT_EQ(testo("cmb_Modello"), "Mia banca");
+    Clicca(c<QPushButton>("cmd_Annulla"));
+    EXPECT_EQ(w->result(), QDialog::Rejected);
+    EXPECT_TRUE(w->Risultato().eseguiti.isEmpty());
+
+    // Another file with the same header: the saved model, chosen by itself.
+    apri(secondo);
+    EXPECT_EQ(testo("cmb_Modello"), "Mia banca");
+    EXPECT_EQ(testo("cmb_Qta"), "Pezzi");
+    EXPECT_EQ(c<QLineEdit>("txt_Acquisto")->text(), "C");
+    EXPECT_EQ(conti(), "2/0/0");
+    EXPECT_EQ(anteprima(0, 2), "15/04/2024");
+
+    // Personalizzato starts from nothing.
+    ChooseInCombo(c<QComboBox>("cmb_Modello"), "Personalizzato");
+    EXPECT_EQ(testo("cmb_Qta"), "(nessuna)");
+    EXPECT_EQ(c<QLineEdit>("txt_Acquisto")->text(), "");
+    EXPECT_EQ(conti(), "0/0/2");
+}
+
+TEST_F(ImportazioneGuidataTest, ShownModallyItGivesWhatOkStagedOrNothing)
+{
+    auto premi = [](const char* bottone) {
+        WhenModal([bottone](QWidget* m) { Clicca(m->findChild<QPushButton*>(bottone)); },
+                  [](QWidget* m) { return m->objectName() == "frmImportazioneGuidata"; });
+    };
+    premi("cmd_Ok");
+    const std::optional<ledger::Staging> s = frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame);
+    ASSERT_TRUE(s.has_value());
+    EXPECT_EQ(s->eseguiti.size(), 3);
+    premi("cmd_Annulla");
+    EXPECT_FALSE(frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame).has_value());
+
+    QString messaggio;
+    PressOnModal("OK", &messaggio);
+    EXPECT_FALSE(frmImportazioneGuidata::Esegui(path("non-esiste.csv"), frame).has_value());
+    EXPECT_TRUE(messaggio.startsWith("Impossibile leggere il file non-esiste.csv: ")) << messaggio.toStdString();
+}
