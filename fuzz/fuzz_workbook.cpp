@@ -1,4 +1,5 @@
-// libFuzzer target for the sheet probe's reader: an input is the bytes of a .xlsx file.
+// libFuzzer target for the workbook reader (the probe's cells, the imports' rows):
+// an input is the bytes of a .xlsx file.
 #include "platform/Failure.h"
 #include "platform/Workbook.h"
 
@@ -22,6 +23,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         platform::Workbook wb(path);
         for (const char* cell : {"A2", "B2", "A1", "L2"})
             platform::Workbook::Text(wb.Cell(QString::fromLatin1(cell)));
+        for (const QString& sheet : wb.SheetNames())
+            wb.Rows(sheet);
     } catch (const platform::Failure&) {
     }
     return 0;

@@ -20,6 +20,8 @@ namespace {
 constexpr qint64 kMaxPart = 32 << 20;
 // A sheet is streamed and left as soon as the cell is passed; this bounds a hostile one.
 constexpr qint64 kMaxStream = 256 << 20;
+// The most shared texts kept in memory, for the same reason.
+constexpr qsizetype kMaxSharedStrings = 2'000'000;
 
 [[noreturn]] void fail(const QString& path, const QString& why)
 {
@@ -279,6 +281,24 @@ Relations relations(WorkbookZip& zip, const QString& part)
     return out;
 }
 
+// The text of the cell element the stream stands on (its <v>, or the runs of its
+// inline <is>), read to the cell's end; nullopt for a cell without a value.
+std::optional<QString> rawValue(PartStream& s)
+{
+    std::optional<QString> value;
+    for (int depth = 1; depth > 0 && s.next();) {
+        if (s.xml.isStartElement()) {
+            if (s.xml.name() == QLatin1String("v") || s.xml.name() == QLatin1String("is"))
+                value = s.text();
+            else
+                ++depth;
+        } else if (s.xml.isEndElement()) {
+            --depth;
+        }
+    }
+    return value;
+}
+
 } // namespace
 
 Workbook::Workbook(const QString& path) : zip_(std::make_unique<WorkbookZip>()), path_(path)
@@ -318,7 +338,10 @@ Workbook::Workbook(const QString& path) : zip_(std::make_unique<WorkbookZip>()),
         activeTab = 0;
 
     const Relations rels = relations(*zip_, workbookPart);
-    sheetPart_ = rels.byId.value(sheetIds[activeTab]);
+    for (const QString& id : sheetIds)
+        sheetParts_ << rels.byId.value(id);
+    sheetNames_ = sheetNames;
+    sheetPart_ = sheetParts_[activeTab];
     if (sheetPart_.isEmpty())
         fail(path, QStringLiteral("foglio attivo senza parte"));
     activeName_ = sheetNames[activeTab];
@@ -371,8 +394,54 @@ QVariant Workbook::Cell(const QString& name)
     if (auto it = written_.constFind(name.toUpper()); it != written_.constEnd())
         return *it;
 
+    QVariant found;
+    cells(sheetPart_, row, [&](int r, int c, const QString& type, int style, const QString& raw) {
+        if (r != row || c != column)
+            return true;
+        found = value(type, style, raw);
+        return false;
+    });
+    return found;
+}
+
+QList<QVariantList> Workbook::Rows(const QString& sheetName)
+{
+    qsizetype sheet = -1;
+    for (qsizetype i = 0; i < sheetNames_.size() && sheet < 0; ++i)
+        if (sheetNames_[i].compare(sheetName, Qt::CaseInsensitive) == 0)
+            sheet = i;
+    if (sheet < 0)
+        fail(path_, QStringLiteral("manca il foglio ") + sheetName);
+    if (sheetParts_[sheet].isEmpty())
+        fail(path_, QStringLiteral("foglio senza parte ") + sheetName);
+
+    // Cells of a hostile sheet can stand anywhere: the grid they span is bounded.
+    constexpr qint64 kMaxCells = 5'000'000;
+    qint64 used = 0;
+    QList<QVariantList> rows;
+    cells(sheetParts_[sheet], 0, [&](int r, int c, const QString& type, int style, const QString& raw) {
+        if (r < 1 || r > 1048576 || c > 16384)
+            fail(path_, QStringLiteral("riferimento di cella non valido"));
+        if (rows.size() < r)
+            rows.resize(r);
+        QVariantList& row = rows[r - 1];
+        if (row.size() < c) {
+            used += c - row.size();
+            if (used > kMaxCells)
+                fail(path_, QStringLiteral("foglio troppo grande ") + sheetName);
+            row.resize(c);
+        }
+        row[c - 1] = value(type, style, raw);
+        return true;
+    });
+    return rows;
+}
+
+void Workbook::cells(const QString& part, int lastRow,
+                     const std::function<bool(int row, int column, const QString& type, int style, const QString& raw)>& cell)
+{
     // Rows and cells come in order; a missing r counts on from the one before.
-    PartStream s(*zip_, sheetPart_);
+    PartStream s(*zip_, part);
     int r = 0, c = 0;
     while (s.next()) {
         if (!s.xml.isStartElement())
@@ -381,8 +450,8 @@ QVariant Workbook::Cell(const QString& name)
         if (s.xml.name() == QLatin1String("row")) {
             r = a.hasAttribute(QLatin1String("r")) ? a.value(QLatin1String("r")).toInt() : r + 1;
             c = 0;
-            if (r > row)
-                break;
+            if (lastRow > 0 && r > lastRow)
+                return;
             continue;
         }
         if (s.xml.name() != QLatin1String("c"))
@@ -391,57 +460,56 @@ QVariant Workbook::Cell(const QString& name)
         if (a.hasAttribute(QLatin1String("r")) && !cellName(a.value(QLatin1String("r")), &cc, &rr))
             fail(path_, QStringLiteral("riferimento di cella non valido"));
         c = cc;
-        if (rr != row || cc != column)
-            continue;
-
         const QString type = a.value(QLatin1String("t")).toString();
         const int style = a.value(QLatin1String("s")).toInt();
-        QString value;
-        bool has = false;
-        for (int depth = 1; depth > 0 && s.next();) {
-            if (s.xml.isStartElement()) {
-                if (s.xml.name() == QLatin1String("v") || s.xml.name() == QLatin1String("is")) {
-                    value = s.text();
-                    has = true;
-                } else {
-                    ++depth;
-                }
-            } else if (s.xml.isEndElement()) {
-                --depth;
-            }
-        }
-        if (!has)
-            return {};
-        if (type == QLatin1String("s")) {
-            bool ok = false;
-            const int index = value.toInt(&ok);
-            if (!ok || index < 0 || sharedStringsPart_.isEmpty())
-                fail(path_, QStringLiteral("testo condiviso mancante"));
-            PartStream strings(*zip_, sharedStringsPart_);
-            int at = -1;
-            while (strings.next()) {
-                if (strings.xml.isStartElement() && strings.xml.name() == QLatin1String("si") && ++at == index)
-                    return strings.text();
-            }
-            fail(path_, QStringLiteral("testo condiviso mancante"));
-        }
-        if (type == QLatin1String("inlineStr") || type == QLatin1String("str") || type == QLatin1String("e"))
-            return value;
-        if (type == QLatin1String("b"))
-            return isTrue(value);
-        if (type == QLatin1String("d")) {
-            const QDateTime when = QDateTime::fromString(value, Qt::ISODate);
-            return when.time() == QTime(0, 0) ? QVariant(when.date()) : QVariant(when);
-        }
-        bool ok = false;
-        const double number = value.toDouble(&ok);
-        if (!ok)
-            fail(path_, QStringLiteral("numero non valido ") + value);
-        if (style >= 0 && style < static_cast<int>(dateStyles_.size()) && dateStyles_[static_cast<std::size_t>(style)])
-            return fromSerial(number, date1904_);
-        return number;
+        const std::optional<QString> raw = rawValue(s);
+        if (raw && !cell(rr, cc, type, style, *raw))
+            return;
     }
-    return {};
+}
+
+QVariant Workbook::value(const QString& type, int style, const QString& raw)
+{
+    if (type == QLatin1String("s"))
+        return sharedString(raw);
+    if (type == QLatin1String("inlineStr") || type == QLatin1String("str") || type == QLatin1String("e"))
+        return raw;
+    if (type == QLatin1String("b"))
+        return isTrue(raw);
+    if (type == QLatin1String("d")) {
+        const QDateTime when = QDateTime::fromString(raw, Qt::ISODate);
+        return when.time() == QTime(0, 0) ? QVariant(when.date()) : QVariant(when);
+    }
+    bool ok = false;
+    const double number = raw.toDouble(&ok);
+    if (!ok)
+        fail(path_, QStringLiteral("numero non valido ") + raw);
+    if (style >= 0 && style < static_cast<int>(dateStyles_.size()) && dateStyles_[static_cast<std::size_t>(style)])
+        return fromSerial(number, date1904_);
+    return number;
+}
+
+const QString& Workbook::sharedString(const QString& raw)
+{
+    if (!sharedStrings_) {
+        QStringList strings;
+        if (!sharedStringsPart_.isEmpty()) {
+            PartStream s(*zip_, sharedStringsPart_);
+            while (s.next()) {
+                if (!s.xml.isStartElement() || s.xml.name() != QLatin1String("si"))
+                    continue;
+                if (strings.size() >= kMaxSharedStrings)
+                    fail(path_, QStringLiteral("troppi testi condivisi"));
+                strings << s.text();
+            }
+        }
+        sharedStrings_ = std::move(strings);
+    }
+    bool ok = false;
+    const int index = raw.toInt(&ok);
+    if (!ok || index < 0 || index >= sharedStrings_->size())
+        fail(path_, QStringLiteral("testo condiviso mancante"));
+    return (*sharedStrings_)[index];
 }
 
 QString Workbook::Text(const QVariant& value)

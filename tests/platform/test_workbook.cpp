@@ -110,3 +110,31 @@ TEST_F(WorkbookTest, WritesStayInMemoryAndBadFilesFail)
                                write("troncato.xlsx", prima.left(prima.size() / 2)), dir.filePath("manca.xlsx")})
         EXPECT_THROW(platform::Workbook{bad}, platform::Failure) << bad.toStdString();
 }
+
+TEST_F(WorkbookTest, RowsOfASheetByNameUpToItsLastUsedCell)
+{
+    const QString path = make("righe.xlsx", [](lxw_workbook* wb, lxw_worksheet* ws) {
+        lxw_format* data = workbook_add_format(wb);
+        format_set_num_format(data, "dd/mm/yy");
+        lxw_format* grigio = workbook_add_format(wb);
+        format_set_bg_color(grigio, 0x808080);
+        worksheet_write_string(ws, 0, 0, "Data", nullptr);
+        worksheet_write_number(ws, 0, 2, 1.5, nullptr);
+        worksheet_write_blank(ws, 0, 5, grigio); // a formatted cell without a value is not used
+        lxw_datetime d = {2003, 1, 17, 0, 0, 0};
+        worksheet_write_datetime(ws, 2, 1, &d, data);
+        worksheet_write_boolean(ws, 2, 0, 1, nullptr);
+        worksheet_write_blank(ws, 4, 0, grigio);
+    });
+    platform::Workbook wb(path);
+    EXPECT_EQ(wb.SheetNames(), (QStringList{"Altro", "Foglio attivo"}));
+    const QList<QVariantList> rows = wb.Rows("FOGLIO ATTIVO");
+    ASSERT_EQ(rows.size(), 3);
+    EXPECT_EQ(rows[0], (QVariantList{QStringLiteral("Data"), QVariant(), 1.5}));
+    EXPECT_TRUE(rows[1].isEmpty());
+    EXPECT_EQ(rows[2], (QVariantList{true, QDate(2003, 1, 17)}));
+    EXPECT_EQ(wb.Rows("Altro"), (QList<QVariantList>{{}, {QStringLiteral("non questo")}}));
+    // The shared texts read once serve the single cells too.
+    EXPECT_EQ(wb.Cell("A1").toString(), "Data");
+    EXPECT_THROW(wb.Rows("Eseguiti"), platform::Failure);
+}
