@@ -7,7 +7,13 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "ledger/Sequence.h"
+#include "platform/Numbers.h"
+
 #include <gtest/gtest.h>
+
+#include <ostream>
+#include <random>
 
 using namespace testing_support;
 
@@ -177,4 +183,112 @@ TEST_F(ImportTest, AFailureHalfWayLeavesEseguitiAsBefore)
     ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv", kIntestazione + "a,b,c,d,BUY,1,TIM,NULL,e,DAY,f\r\n")));
     EXPECT_THROW(importa.Esegui(exe), platform::Failure);
     EXPECT_EQ(eseguiti(), prima);
+}
+
+namespace {
+
+// One run of an import on its own copy of a portfolio, and everything it left.
+struct Esito {
+    QStringList domande;
+    QString fallimento;
+    QStringList tabelle;
+    bool operator==(const Esito&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& os, const Esito& e)
+{
+    return os << "domande: " << e.domande.join(" / ").toStdString() << "\nfallimento: " << e.fallimento.toStdString()
+              << "\ntabelle:\n" << e.tabelle.join('\n').toStdString();
+}
+
+// Seeded ledgers that meet every rule of the check: case of types and codes, the blank code,
+// equal dates, fractional and zero quantities, sales of codes never bought, and every fifth
+// seed a history near the limit of codes.
+struct Caso {
+    struct Riga {
+        QDate data;
+        QString tipo, cod;
+        double qta;
+    };
+    QList<Riga> esistenti, importati;
+    bool realTick = false;
+
+    explicit Caso(unsigned seed)
+    {
+        std::mt19937 rng(seed);
+        const auto tra = [&rng](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
+        const bool limite = seed % 5 == 0;
+        realTick = seed % 3 == 0;
+        const QStringList tipi = {"Buy", "BUY", "buy", "Buy", "Sell", "SELL", "sell", "x", ""};
+        const QStringList pochi = {"ENI", "eni", "TIM", "", "F.I", "ENI"};
+        const auto riga = [&](bool esistente) {
+            const QString cod = limite ? QStringLiteral("C%1").arg(esistente ? tra(99) : 90 + tra(15))
+                                       : pochi[tra(static_cast<int>(pochi.size()))];
+            const double qta = tra(4) == 0 ? tra(10) / 10.0 : 50.0 * tra(5);
+            return Riga{QDate(2003, 1, 1).addDays(tra(12)), tipi[tra(static_cast<int>(tipi.size()))], cod, qta};
+        };
+        const int n = limite ? 100 + tra(20) : tra(25);
+        for (int i = 0; i < n; ++i)
+            esistenti << riga(true);
+        // Near the limit the history buys each code first, so that the new codes decide.
+        if (limite)
+            for (int i = 0; i < 99; ++i)
+                esistenti[i] = {QDate(2002, 12, 1), "Buy", QStringLiteral("C%1").arg(i), 500};
+        for (int i = 1 + tra(limite ? 12 : 25); i > 0; --i)
+            importati << riga(false);
+    }
+};
+
+Esito importa(const ProgramFolder& folder, const QString& nome, const Caso& caso, unsigned seed, bool veloce)
+{
+    store::Database db;
+    db.Open(folder.NewPortfolio(nome));
+    {
+        store::Transaction tx(db);
+        for (const Caso::Riga& r : caso.esistenti)
+            AddTrade(db, num::DateText(r.data), r.tipo, "DAY", r.cod, r.qta, 2.5);
+        tx.Commit();
+    }
+    QList<ledger::EseguitoImportato> staged;
+    for (const Caso::Riga& r : caso.importati)
+        staged << ledger::EseguitoImportato{r.data, r.tipo, "SWING", r.cod, "T'itolo", r.qta, 1.25, "EA", 1.5, 0};
+    ledger::PreparaEseguiti(db, staged);
+
+    Esito e;
+    std::mt19937 risposte(seed * 7919);
+    ledger::ImportaEseguiti imp;
+    if (!caso.realTick)
+        imp.inserimento = ledger::InsertComeInAnteprima;
+    imp.importareComunque = [&](const QString& domanda) {
+        e.domande << domanda;
+        return risposte() % 2 == 0;
+    };
+    try {
+        veloce ? imp.EseguiVeloce(db) : imp.Esegui(db);
+    } catch (const std::exception& ex) {
+        e.fallimento = QString::fromStdString(ex.what());
+    }
+    for (const char* t : {"Eseguiti", "EseguitiBackup", "EseguitiTemp"})
+        e.tabelle << t << Rows(db, QStringLiteral("SELECT * FROM %1").arg(QLatin1String(t)));
+    return e;
+}
+
+} // namespace
+
+// The in-memory check must answer as the check over the table does, row after row.
+TEST(ImportaVeloce, SameRowsIdsQuestionsFailuresAndTablesAsRowByRow)
+{
+    ProgramFolder folder;
+    int domande = 0, fallimenti = 0;
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        const Caso caso(seed);
+        const Esito lento = importa(folder, QStringLiteral("lento%1.qvp").arg(seed), caso, seed, false);
+        const Esito veloce = importa(folder, QStringLiteral("veloce%1.qvp").arg(seed), caso, seed, true);
+        ASSERT_EQ(veloce, lento) << "seed " << seed;
+        domande += static_cast<int>(lento.domande.size());
+        fallimenti += !lento.fallimento.isEmpty();
+    }
+    // The seeds reach the questions and the limit of codes often enough to mean something.
+    EXPECT_GT(domande, 300);
+    EXPECT_GT(fallimenti, 5);
 }
