@@ -37,10 +37,9 @@ double numero(const store::Recordset& r, const QString& campo)
     return r.Number(campo);
 }
 
-// Texts from other programs may hold an apostrophe: doubled, it stays part of the text.
-QString sqlTesto(QString text) { return text.replace('\'', QLatin1String("''")); }
-
 } // namespace
+
+QString TestoImportato(QString text) { return text.replace(u'\'', u'\u2019'); }
 
 QString DataDaNomeFile(const QString& path)
 {
@@ -89,11 +88,12 @@ void PreparaEseguiti(store::Database& dbExe, const QList<EseguitoImportato>& ese
 {
     store::Transaction tx(dbExe);
     for (const EseguitoImportato& e : eseguiti) {
-        dbExe.Execute("INSERT INTO EseguitiTemp (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)"
-                      "VALUES ('" + num::DateText(e.data) + "','" + sqlTesto(e.tipo) + "','" + sqlTesto(e.system) + "','"
-                      + sqlTesto(e.cod) + "','" + sqlTesto(e.titolo) + "'," + num::SqlText(e.qta) + ","
-                      + num::SqlText(e.prezzo) + "," + num::SqlText(e.qta * e.prezzo) + ",'" + sqlTesto(e.errore) + "',"
-                      + num::SqlText(e.prezzoOttimale) + ")");
+        const auto testo = [](const QString& t) { return "'" + TestoImportato(t) + "'"; };
+        dbExe.Execute(
+            "INSERT INTO EseguitiTemp (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)VALUES ('"
+            + num::DateText(e.data) + "'," + testo(e.tipo) + "," + testo(e.system) + "," + testo(e.cod) + ","
+            + testo(e.titolo) + "," + num::SqlText(e.qta) + "," + num::SqlText(e.prezzo) + ","
+            + num::SqlText(e.qta * e.prezzo) + "," + testo(e.errore) + "," + num::SqlText(e.prezzoOttimale) + ")");
     }
     tx.Commit();
 }
@@ -114,7 +114,7 @@ QString InsertComeInAnteprima(const store::Recordset& r)
 {
     const double qta = numero(r, QStringLiteral("Qta"));
     const double prezzo = numero(r, QStringLiteral("Prezzo"));
-    const auto testo = [&r](const char* campo) { return sqlTesto(r.Text(QLatin1String(campo))); };
+    const auto testo = [&r](const char* campo) { return TestoImportato(r.Text(QLatin1String(campo))); };
     return "INSERT INTO Eseguiti (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)VALUES ('"
         + r.Text(QStringLiteral("Data")) + "','" + testo("Tipo") + "','" + testo("System") + "','" + testo("Cod") + "','"
         + testo("Titolo") + "'," + num::SqlText(qta) + "," + num::SqlText(prezzo) + "," + num::SqlText(qta * prezzo)

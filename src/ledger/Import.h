@@ -25,6 +25,10 @@ QString DataDaNomeFile(const QString& path);
 // can't be read or a line is too short: the lines before it stay staged.
 bool LeggiRealTick(store::Database& dbExe, const QString& path);
 
+// A text from another program's file as it can be stored: its apostrophes become
+// typographic ones, since every statement carries texts between single quotes.
+QString TestoImportato(QString text);
+
 // Appends trades to EseguitiTemp for the preview, in their order, in one transaction.
 void PreparaEseguiti(store::Database& dbExe, const QList<EseguitoImportato>& eseguiti);
 

@@ -440,7 +440,7 @@ void Importa::importaAnteprima()
                 // Booked as the account window books a movement typed by hand.
                 const QString descrizione = m.descrizione.isEmpty() ? QStringLiteral(".") : m.descrizione;
                 dbExe.Execute(account::InsertMovimento({m.data, m.tipo, num::Text(std::abs(m.importo)),
-                                                        QString(descrizione).replace('\'', QLatin1String("''"))}));
+                                                        ledger::TestoImportato(descrizione)}));
             }
             dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
             chiusa_ = true;

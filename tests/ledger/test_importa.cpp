@@ -13,6 +13,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -352,4 +353,47 @@ TEST_F(ImportaTest, RefusedRowsAnsweredForAllAndTheLimitOfCodesTakesNothingIn)
     EXPECT_EQ(eseguiti(), dopo);
     EXPECT_EQ(Rows(Module1::dbExe, "SELECT * FROM Portafoglio"), portafoglio);
     EXPECT_NE(prima, dopo);
+}
+
+TEST_F(ImportaTest, GuidedFilesStageTheirTradesAndBookTheirMovements)
+{
+    for (const char* f : {"directa.csv", "fineco.txt", "ib.xlsx", "estratto.pdf"})
+        scrivi(f, "x");
+    apri();
+    // The mapping window stands in here: it maps directa.csv and is cancelled on any other file.
+    QStringList mappati;
+    w->SetImportazioneGuidata([&mappati](const QString& path, QWidget*) -> std::optional<ledger::Staging> {
+        mappati << QFileInfo(path).fileName();
+        if (!path.endsWith("directa.csv"))
+            return std::nullopt;
+        ledger::Staging s;
+        s.eseguiti = {{QDate(2003, 1, 17), "Buy", "SWING", "ENI", "Eni", 10, 10.5, "NE", 10.5, 12},
+                      {QDate(2003, 1, 17), "Sell", "SWING", "ENI", "L'Eni", 50, 11, "NE", 11, 11}};
+        s.movimenti = {{QDate(2003, 1, 15), "Versamento", 1000, "Bonifico", 3},
+                       {QDate(2003, 1, 18), "Costi di gestione", 2.5, "Ritenuta d'acconto", 4},
+                       {QDate(2003, 1, 19), "Dividendi", 7.25, "", 5}};
+        return s;
+    });
+    formato(3);
+    EXPECT_EQ(voci(), (QStringList{"directa.csv", "fineco.txt", "ib.xlsx"}));
+
+    // Cancelled: the tick goes and nothing is staged.
+    spunta("fineco.txt");
+    EXPECT_FALSE(list()->Selected(1));
+    EXPECT_EQ(lab("lab_FileSelezionati"), "0");
+    // Mapped once: a later click keeps what the mapping gave.
+    spunta("directa.csv");
+    spunta("ib.xlsx");
+    EXPECT_EQ(mappati, (QStringList{"fineco.txt", "directa.csv", "ib.xlsx"}));
+    EXPECT_EQ(anteprima(), (QStringList{"17/01/2003|Buy|SWING|ENI|Eni|10|10,5", "17/01/2003|Sell|SWING|ENI|L\u2019Eni|50|11"}));
+
+    ok();
+    EXPECT_FALSE(w->isVisible());
+    // An apostrophe from a file is stored as a typographic one, which the statements can carry.
+    EXPECT_EQ(eseguiti().mid(1), (QStringList{"2|17/01/2003|Buy|10|ENI|Eni|10,5|105|SWING|NE|10,5",
+                                              "3|17/01/2003|Sell|50|ENI|L\u2019Eni|11|550|SWING|NE|11"}));
+    // The movements as the account window books them; no description is ".".
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Tipo, Importo, Descrizione FROM Conto"),
+              (QStringList{"15/01/2003|Versamento|1000|Bonifico", "18/01/2003|Costi di gestione|2,5|Ritenuta d\u2019acconto",
+                           "19/01/2003|Dividendi|7,25|."}));
 }
