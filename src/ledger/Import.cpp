@@ -88,7 +88,7 @@ void PreparaEseguiti(store::Database& dbExe, const QList<EseguitoImportato>& ese
 {
     store::Transaction tx(dbExe);
     for (const EseguitoImportato& e : eseguiti) {
-        const auto testo = [](const QString& t) { return "'" + TestoImportato(t) + "'"; };
+        const auto testo = [](const QString& t) -> QString { return "'" + TestoImportato(t) + "'"; };
         dbExe.Execute(
             "INSERT INTO EseguitiTemp (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)VALUES ('"
             + num::DateText(e.data) + "'," + testo(e.tipo) + "," + testo(e.system) + "," + testo(e.cod) + ","
