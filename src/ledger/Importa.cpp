@@ -244,6 +244,13 @@ void Importa::Combo1_Click(int index)
     guidate_.clear();
     List1_->clear();
     RiempiListaFile();
+    // OK of these formats brings in what the preview holds: it holds nothing of another format.
+    if (index >= 2 || formatoPrecedente_ >= 2) {
+        dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+        lab_FileSelezionati_->setText(QStringLiteral("0"));
+        anteprima();
+    }
+    formatoPrecedente_ = index;
 }
 
 void Importa::Drive1_Change() { Dir1_->SetPath(Drive1_->Drive()); }

@@ -90,4 +90,5 @@ private:
     // What the guided mapping made of each ticked file, by path.
     QHash<QString, ledger::Staging> guidate_;
     bool guidando_ = false;
+    int formatoPrecedente_ = -1;
 };

@@ -303,6 +303,11 @@ TEST_F(ImportaTest, OurEseguitiWorkbookComesBackAndReplaysTheSame)
     spunta("eseguiti.xlsx");
     EXPECT_EQ(lab("lab_NumeroEseguiti"), "5");
     EXPECT_EQ(anteprima()[2], "20/01/2003|BUY|SWING|123|01/02/2003|2,5|3,333");
+    // Another format previews nothing of this one.
+    formato(3);
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+    formato(2);
+    spunta("eseguiti.xlsx");
     ok();
     EXPECT_FALSE(w->isVisible());
     // The same trades, IDs included, and the same positions and closed operations.
