@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <optional>
 
 namespace ledger {
@@ -113,6 +114,11 @@ QList<EseguitoImportato> LeggiFoglioEseguiti(const QString& path)
         e.prezzoOttimale = ottimale.value_or(e.prezzo);
         out << e;
     }
+    // A trade typed later with an earlier date comes after its sale in the sheet: in date
+    // order every row meets the check as it met it in the portfolio that was exported.
+    std::stable_sort(out.begin(), out.end(), [](const EseguitoImportato& a, const EseguitoImportato& b) {
+        return a.data < b.data;
+    });
     return out;
 }
 

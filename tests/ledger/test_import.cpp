@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "ledger/Sequence.h"
 #include "platform/Numbers.h"
 
 #include <gtest/gtest.h>

@@ -283,7 +283,8 @@ TEST_F(ImportaTest, OurEseguitiWorkbookComesBackAndReplaysTheSame)
         AddTrade(db, "17/01/2003", "Sell", "DAY", "ENI", 40, 12.5, "UR", "Eni");
         AddTrade(db, "20/01/2003", "BUY", "SWING", "123", 2.5, 3.333, "NE", "01/02/2003"); // a number, a date
         AddTrade(db, "21/01/2003", "SELL", "SWING", "123", 1.25, 4, "NE", "01/02/2003");
-        AddTrade(db, "22/01/2003", "Buy", "DAY", "TIM", 1000, 0.2871);
+        AddTrade(db, "24/01/2003", "Sell", "DAY", "TIM", 400, 0.31);
+        AddTrade(db, "22/01/2003", "Buy", "DAY", "TIM", 1000, 0.2871); // typed after its sale
         db.Execute("UPDATE Eseguiti SET PrezzoOttimale = 12.75 WHERE ID = 2");
     });
     // A workbook without the sheet: a clear message, nothing staged.
@@ -301,7 +302,7 @@ TEST_F(ImportaTest, OurEseguitiWorkbookComesBackAndReplaysTheSame)
     spunta("chiuse.xlsx");
 
     spunta("eseguiti.xlsx");
-    EXPECT_EQ(lab("lab_NumeroEseguiti"), "5");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "6");
     EXPECT_EQ(anteprima()[2], "20/01/2003|BUY|SWING|123|01/02/2003|2,5|3,333");
     // Another format previews nothing of this one.
     formato(3);
@@ -310,8 +311,10 @@ TEST_F(ImportaTest, OurEseguitiWorkbookComesBackAndReplaysTheSame)
     spunta("eseguiti.xlsx");
     ok();
     EXPECT_FALSE(w->isVisible());
-    // The same trades, IDs included, and the same positions and closed operations.
-    for (const char* t : {"SELECT * FROM Eseguiti", "SELECT * FROM Portafoglio", "SELECT * FROM OperazioniChiuse"})
+    // The same trades, in date order, and the same positions and closed operations.
+    for (const char* t : {"SELECT Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale "
+                          "FROM Eseguiti ORDER BY Data",
+                          "SELECT * FROM Portafoglio", "SELECT * FROM OperazioniChiuse"})
         EXPECT_EQ(Rows(Module1::dbExe, t), Rows(sorgente, t)) << t;
 }
 
