@@ -1,6 +1,6 @@
 #pragma once
-// Real Tick III day files: reading them into EseguitiTemp and bringing the
-// staged rows into Eseguiti one at a time.
+// Trades staged in EseguitiTemp (the rows of Real Tick III day files, or the trades
+// another reader made) and brought from there into Eseguiti one at a time.
 #include "ledger/Staging.h"
 
 #include <QString>

@@ -3,9 +3,9 @@
 #include "account/Conto.h"
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
-#include "ledger/Sequence.h"
 #include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
+#include "ledger/Sequence.h"
 #include "platform/DataSource.h"
 #include "platform/FileLists.h"
 #include "platform/Forms.h"
@@ -284,7 +284,8 @@ void Importa::LeggiFoglioEseguiti(const QString& path)
 {
     try {
         ledger::PreparaEseguiti(dbExe, ledger::LeggiFoglioEseguiti(path));
-    } catch (const ledger::FileNonValido& e) {
+    } catch (const std::exception& e) {
+        // A file from outside: whatever stops it, the user reads why and nothing is staged.
         platform::MsgBox(QString::fromStdString(e.what()), platform::Buttons::Ok, platform::Icon::Exclamation, this);
     }
 }

@@ -1,6 +1,8 @@
 #pragma once
-// Brings Real Tick III day files into the trades: a folder, the files ticked
-// in it, a preview of what they hold, and the import row by row.
+// Brings trades into the portfolio: a format, a folder, the files ticked in it, a
+// preview of what they hold, and the import row by row. Real Tick III day files are
+// read again at OK; our own workbook and the guided import's files bring in what the
+// preview holds, and the guided import's account movements with it.
 #include "ledger/Staging.h"
 
 #include <QDialog>
