@@ -355,8 +355,13 @@ void Importa::AvanzaBarra(std::int16_t& contatore)
         contatore = num::ToInt16(contatore + 1.0);
         ProgressBar1_->setValue(contatore);
     }
-    // The import holds the event loop: paint the bar now.
-    ProgressBar1_->repaint();
+    // The import holds the event loop: paint the bar now, once a percent (a paint a row
+    // was most of the time of a large file).
+    const int percento = ProgressBar1_->maximum() > 0 ? ProgressBar1_->value() * 100 / ProgressBar1_->maximum() : 0;
+    if (percento != percentoDipinto_) {
+        percentoDipinto_ = percento;
+        ProgressBar1_->repaint();
+    }
 }
 
 ledger::ImportaEseguiti Importa::importatore(std::int16_t& contatore, const std::function<bool(const QString&)>& domanda)

@@ -93,4 +93,5 @@ private:
     QHash<QString, ledger::Staging> guidate_;
     bool guidando_ = false;
     int formatoPrecedente_ = -1;
+    int percentoDipinto_ = -1;
 };
