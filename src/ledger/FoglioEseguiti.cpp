@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace ledger {
@@ -26,11 +27,13 @@ QString testo(const QVariant& v)
 
 std::optional<double> numero(const QVariant& v)
 {
+    std::optional<double> n;
     if (v.typeId() == QMetaType::Double)
-        return v.toDouble();
-    if (v.typeId() == QMetaType::QString)
-        return num::Parse(v.toString().trimmed());
-    return std::nullopt;
+        n = v.toDouble();
+    else if (v.typeId() == QMetaType::QString)
+        n = num::Parse(v.toString().trimmed());
+    // A cell may say "nan" or "inf": no quantity or price.
+    return n && std::isfinite(*n) ? n : std::nullopt;
 }
 
 QDate data(const QVariant& v)
