@@ -1,4 +1,5 @@
 // Day files read into the staging table, and the row-by-row import, without a window.
+#include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
 
 #include "support/Fixture.h"
@@ -8,6 +9,8 @@
 #include <QTemporaryDir>
 
 #include "platform/Numbers.h"
+
+#include <xlsxwriter.h>
 
 #include <gtest/gtest.h>
 
@@ -296,4 +299,83 @@ TEST(ImportaVeloce, SameRowsIdsQuestionsFailuresAndTablesAsRowByRow)
     // The seeds reach the questions and the limit of codes often enough to mean something.
     EXPECT_GT(domande, 300);
     EXPECT_GT(fallimenti, 5);
+}
+
+namespace {
+
+// An "Eseguiti" sheet as the export lays it out, with the rows given as texts
+// ("" an empty cell, "#n" a number, "@dd/mm/yyyy" a date cell).
+QString foglioEseguiti(const QTemporaryDir& dir, const char* nome, const QList<QStringList>& righe,
+                       const char* intestazione4 = "Codice")
+{
+    const QString path = QDir(dir.path()).filePath(QString::fromLatin1(nome));
+    lxw_workbook* wb = workbook_new(path.toUtf8().constData());
+    lxw_worksheet* ws = workbook_add_worksheet(wb, "Eseguiti");
+    lxw_format* data = workbook_add_format(wb);
+    format_set_num_format(data, "dd/mm/yy");
+    const QStringList intestazioni = {"Data", "Tipo", "System", intestazione4, "Titolo", "Quantità", "Prezzo", "Errore",
+                                      "Prezzo ottimale"};
+    worksheet_write_string(ws, 0, 3, "Quorvel Tabella eseguiti", nullptr);
+    for (int c = 0; c < intestazioni.size(); ++c)
+        worksheet_write_string(ws, 1, static_cast<lxw_col_t>(c), intestazioni[c].toUtf8().constData(), nullptr);
+    for (int r = 0; r < righe.size(); ++r)
+        for (int c = 0; c < righe[r].size(); ++c) {
+            const QString& v = righe[r][c];
+            const auto rr = static_cast<lxw_row_t>(r + 2);
+            const auto cc = static_cast<lxw_col_t>(c);
+            if (v.startsWith('#')) {
+                worksheet_write_number(ws, rr, cc, v.mid(1).toDouble(), nullptr);
+            } else if (v.startsWith('@')) {
+                const QDate d = num::ParseShortDate(v.mid(1));
+                lxw_datetime dt = {d.year(), d.month(), d.day(), 0, 0, 0};
+                worksheet_write_datetime(ws, rr, cc, &dt, data);
+            } else if (!v.isEmpty()) {
+                worksheet_write_string(ws, rr, cc, v.toUtf8().constData(), nullptr);
+            }
+        }
+    EXPECT_EQ(workbook_close(wb), LXW_NO_ERROR);
+    return path;
+}
+
+} // namespace
+
+TEST(FoglioEseguiti, TradesAsExportedAndClearWordsForWhatIsNot)
+{
+    QTemporaryDir dir;
+    const QList<ledger::EseguitoImportato> letti = ledger::LeggiFoglioEseguiti(foglioEseguiti(
+        dir, "buono.xlsx",
+        {{"@20/01/2003", "Sell", "DAY", "#123", "@01/02/2003", "1,5", "#2.25", "EA", "#2.5"},
+         {},
+         {"@17/01/2003", "Buy", "SWING", "ENI", "", "#100", "#10.00125", "NE", ""},
+         {"01/01/1899", "Buy", "DAY", "OLD", "Vecchio", "#1", "#1"}}));
+    QStringList visti;
+    for (const ledger::EseguitoImportato& e : letti)
+        visti << QStringList{num::DateText(e.data), e.tipo, e.system, e.cod, e.titolo, num::Text(e.qta), num::Text(e.prezzo),
+                             e.errore, num::Text(e.prezzoOttimale), QString::number(e.riga)}
+                     .join('|');
+    // In date order; numbers and dates that stand for texts come back as their text; an empty optimal price is the price.
+    EXPECT_EQ(visti, (QStringList{"01/01/1899|Buy|DAY|OLD|Vecchio|1|1||1|6", "17/01/2003|Buy|SWING|ENI||100|10,00125|NE|10,00125|5",
+                                  "20/01/2003|Sell|DAY|123|01/02/2003|1,5|2,25|EA|2,5|3"}));
+
+    const QStringList buona = {"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "#1", "#1", "NE", "#1"};
+    struct Caso {
+        QString file;
+        const char* messaggio;
+    };
+    const QList<Caso> casi = {
+        {foglioEseguiti(dir, "colonne.xlsx", {buona}, "Cod"), "Il foglio \"Eseguiti\" di colonne.xlsx non ha le colonne"},
+        {foglioEseguiti(dir, "data.xlsx", {buona, {"ieri", "Buy", "DAY", "ENI", "Eni", "#1", "#1"}}),
+         "Il foglio \"Eseguiti\" di data.xlsx, riga 4: data non valida."},
+        {foglioEseguiti(dir, "qta.xlsx", {{"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "cento", "#1"}}), "riga 3: quantità non valida."},
+        {foglioEseguiti(dir, "prezzo.xlsx", {{"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "#1"}}), "riga 3: prezzo non valido."},
+        {QDir(dir.path()).filePath("manca.xlsx"), "non si può leggere"},
+    };
+    for (const Caso& c : casi) {
+        try {
+            ledger::LeggiFoglioEseguiti(c.file);
+            ADD_FAILURE() << c.file.toStdString();
+        } catch (const ledger::FileNonValido& e) {
+            EXPECT_TRUE(QString::fromStdString(e.what()).contains(QString::fromUtf8(c.messaggio))) << e.what();
+        }
+    }
 }
