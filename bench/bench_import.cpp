@@ -8,10 +8,12 @@
 #include "ledger/Replay.h"
 #include "store/Database.h"
 
+#include <QDate>
 #include <QFile>
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <map>
 #include <random>
 #include <stdexcept>
@@ -100,6 +102,34 @@ struct Portafoglio {
     int Eseguiti() { return ledger.dbExe.OpenRecordset(QStringLiteral("SELECT Data FROM Eseguiti")).RecordCount(); }
 };
 
+// Runs `importa` on a fresh copy of the ledger each time, with an importer that answers
+// No to every question and counts them.
+void ripeti(benchmark::State& state, Portafoglio& p, const std::function<void(ledger::ImportaEseguiti&)>& importa)
+{
+    int questions = 0;
+    int kept = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        p.Ripristina();
+        questions = 0;
+        state.ResumeTiming();
+
+        ledger::ImportaEseguiti importatore;
+        importatore.importareComunque = [&](const QString&) {
+            ++questions;
+            return false;
+        };
+        importa(importatore);
+
+        state.PauseTiming();
+        kept = p.Eseguiti();
+        p.ledger.dbExe.Close();
+        state.ResumeTiming();
+    }
+    state.counters["questions"] = questions;
+    state.counters["trades"] = kept;
+}
+
 void BM_ImportaGiornata(benchmark::State& state)
 {
     const int oversellEvery = static_cast<int>(state.range(0));
@@ -111,39 +141,32 @@ void BM_ImportaGiornata(benchmark::State& state)
             throw std::runtime_error("day file not written");
     }
     p.Salva();
-
-    int questions = 0;
-    int kept = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
-        p.Ripristina();
-        questions = 0;
-        state.ResumeTiming();
-
+    ripeti(state, p, [&](ledger::ImportaEseguiti& importa) {
         p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
         if (!ledger::LeggiRealTick(p.ledger.dbExe, file))
             throw std::runtime_error("day file refused");
-        ledger::ImportaEseguiti importa;
-        importa.importareComunque = [&](const QString&) {
-            ++questions;
-            return false;
-        };
         importa.Esegui(p.ledger.dbExe);
         p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
         p.Ricalcola();
+    });
+}
 
-        state.PauseTiming();
-        kept = p.Eseguiti();
-        p.ledger.dbExe.Close();
-        state.ResumeTiming();
-    }
-    state.counters["questions"] = questions;
-    state.counters["trades"] = kept;
+// OK of a preview's import: staged, brought in, replayed, in one transaction.
+void importaAnteprima(Portafoglio& p, ledger::ImportaEseguiti& importa, const QList<ledger::EseguitoImportato>& staged,
+                      bool veloce)
+{
+    store::Transaction tx(p.ledger.dbExe);
+    p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+    ledger::PreparaEseguiti(p.ledger.dbExe, staged);
+    importa.inserimento = ledger::InsertComeInAnteprima;
+    veloce ? importa.EseguiVeloce(p.ledger.dbExe) : importa.Esegui(p.ledger.dbExe);
+    p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+    p.Ricalcola();
+    tx.Commit();
 }
 
 // 3,000 mapped trades of a broker's file (the most one file holds), one in 50 refused and
-// answered No: staged for the preview, brought in, replayed, in one transaction as OK does.
-// Argument: 1 with the check in memory, 0 row by row.
+// answered No. Argument: 1 with the check in memory, 0 row by row.
 void BM_ImportaAnteprima(benchmark::State& state)
 {
     const bool veloce = state.range(0) == 1;
@@ -155,36 +178,7 @@ void BM_ImportaAnteprima(benchmark::State& state)
         staged.append({giorno, r.vendita ? "Sell" : "Buy", "DAY", r.cod, "ND", r.qta, r.prezzo, "NE", r.prezzo, i});
     }
     p.Salva();
-
-    int questions = 0;
-    int kept = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
-        p.Ripristina();
-        questions = 0;
-        state.ResumeTiming();
-
-        store::Transaction tx(p.ledger.dbExe);
-        p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
-        ledger::PreparaEseguiti(p.ledger.dbExe, staged);
-        ledger::ImportaEseguiti importa;
-        importa.inserimento = ledger::InsertComeInAnteprima;
-        importa.importareComunque = [&](const QString&) {
-            ++questions;
-            return false;
-        };
-        veloce ? importa.EseguiVeloce(p.ledger.dbExe) : importa.Esegui(p.ledger.dbExe);
-        p.ledger.dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
-        p.Ricalcola();
-        tx.Commit();
-
-        state.PauseTiming();
-        kept = p.Eseguiti();
-        p.ledger.dbExe.Close();
-        state.ResumeTiming();
-    }
-    state.counters["questions"] = questions;
-    state.counters["trades"] = kept;
+    ripeti(state, p, [&](ledger::ImportaEseguiti& importa) { importaAnteprima(p, importa, staged, veloce); });
 }
 
 } // namespace
