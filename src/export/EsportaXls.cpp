@@ -290,6 +290,16 @@ private:
 
 } // namespace
 
+QStringList IntestazioniFoglio(Tabella t)
+{
+    QStringList out;
+    for (const Layout& l : kLayout)
+        if (l.tabella == t)
+            for (const Colonna& c : l.colonne)
+                out << QString::fromUtf16(c.intestazione);
+    return out;
+}
+
 void EsportaXls(store::Database& db, const QString& file, const Scelta& scelta, const QString& logo,
                 Avanzamento& avanzamento)
 {

@@ -5,6 +5,7 @@
 #include "store/Recordset.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace store {
 class Database;
@@ -44,6 +45,9 @@ QString NomeTabella(Tabella t);
 
 // Opens a statement; with records, it goes to the last and back to the first, so the count is whole.
 store::Recordset ApriContando(store::Database& db, const QString& sql);
+
+// A table's sheet in the workbook: its headers in row 2, from column A; records from row 3.
+QStringList IntestazioniFoglio(Tabella t);
 
 // Workbook with one sheet per chosen table, in the places of "Foglio1".."Foglio3".
 // A failure leaves the empty workbook written first.

@@ -40,6 +40,8 @@ double numero(const store::Recordset& r, const QString& campo)
 
 } // namespace
 
+QString TestoImportato(QString text) { return text.replace(u'\'', u'\u2019'); }
+
 QString DataDaNomeFile(const QString& path)
 {
     const qsizetype n = path.size();
@@ -83,16 +85,65 @@ bool LeggiRealTick(store::Database& dbExe, const QString& path)
     return true;
 }
 
-int ImportaEseguiti::Esegui(store::Database& dbExe)
+void PreparaEseguiti(store::Database& dbExe, const QList<EseguitoImportato>& eseguiti)
+{
+    store::Transaction tx(dbExe);
+    for (const EseguitoImportato& e : eseguiti) {
+        const auto testo = [](const QString& t) -> QString { return "'" + TestoImportato(t) + "'"; };
+        dbExe.Execute(
+            "INSERT INTO EseguitiTemp (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)VALUES ('"
+            + num::DateText(e.data) + "'," + testo(e.tipo) + "," + testo(e.system) + "," + testo(e.cod) + ","
+            + testo(e.titolo) + "," + num::SqlText(e.qta) + "," + num::SqlText(e.prezzo) + ","
+            + num::SqlText(e.qta * e.prezzo) + "," + testo(e.errore) + "," + num::SqlText(e.prezzoOttimale) + ")");
+    }
+    tx.Commit();
+}
+
+QString InsertRealTick(const store::Recordset& r)
+{
+    const double valore = numero(r, QStringLiteral("Prezzo"));
+    const QString prezzo = num::SqlText(num::Round(valore, 4));
+    const QString importo = num::SqlText(num::Round(valore * numero(r, QStringLiteral("qta")), 1));
+    return QStringLiteral("INSERT INTO Eseguiti(Data,Tipo, Qta, Cod, Titolo, Prezzo, Importo, System, Errore, PrezzoOttimale) ")
+        + "VALUES ('" + r.Text(QStringLiteral("Data")) + "' ,'" + r.Text(QStringLiteral("Tipo")) + "',"
+        + num::CommaToPoint(r.Text(QStringLiteral("qta"))) + ",'" + r.Text(QStringLiteral("Cod")) + "','"
+        + r.Text(QStringLiteral("Titolo")) + "'," + prezzo + "," + importo + ",'" + r.Text(QStringLiteral("System"))
+        + "','" + "NE" + "'," + prezzo + ")";
+}
+
+QString InsertComeInAnteprima(const store::Recordset& r)
+{
+    const double qta = numero(r, QStringLiteral("Qta"));
+    const double prezzo = numero(r, QStringLiteral("Prezzo"));
+    const auto testo = [&r](const char* campo) { return TestoImportato(r.Text(QLatin1String(campo))); };
+    return "INSERT INTO Eseguiti (Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale)VALUES ('"
+        + r.Text(QStringLiteral("Data")) + "','" + testo("Tipo") + "','" + testo("System") + "','" + testo("Cod") + "','"
+        + testo("Titolo") + "'," + num::SqlText(qta) + "," + num::SqlText(prezzo) + "," + num::SqlText(qta * prezzo)
+        + ",'" + testo("Errore") + "'," + num::SqlText(numero(r, QStringLiteral("PrezzoOttimale"))) + ")";
+}
+
+store::Recordset ImportaEseguiti::staged(store::Database& dbExe)
 {
     store::Recordset r = dbExe.OpenRecordset(QStringLiteral("SELECT *  FROM EseguitiTemp"));
     if (r.RecordCount() == 0)
-        return 0;
+        return r;
     r.MoveLast();
     r.MoveFirst();
-    const int righe = r.RecordCount();
     if (inizio)
-        inizio(righe);
+        inizio(r.RecordCount());
+    return r;
+}
+
+bool ImportaEseguiti::tieni(const QString& errore)
+{
+    return errore.isEmpty() || (importareComunque && importareComunque("Errore nei dati " + errore + " importare comunque?"));
+}
+
+int ImportaEseguiti::Esegui(store::Database& dbExe)
+{
+    store::Recordset r = staged(dbExe);
+    if (r.RecordCount() == 0)
+        return 0;
 
     // All or nothing: a failure half way leaves Eseguiti as before the import.
     store::Transaction tx(dbExe);
@@ -100,27 +151,45 @@ int ImportaEseguiti::Esegui(store::Database& dbExe)
         // The undo record of this one row.
         dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiBackup"));
         dbExe.Execute(QStringLiteral("INSERT INTO EseguitiBackup SELECT * FROM Eseguiti"));
-        const double valore = numero(r, QStringLiteral("Prezzo"));
-        const QString prezzo = num::SqlText(num::Round(valore, 4));
-        const QString importo = num::SqlText(num::Round(valore * numero(r, QStringLiteral("qta")), 1));
-        dbExe.Execute(
-            QStringLiteral("INSERT INTO Eseguiti(Data,Tipo, Qta, Cod, Titolo, Prezzo, Importo, System, Errore, PrezzoOttimale) ")
-            + "VALUES ('" + r.Text(QStringLiteral("Data")) + "' ,'" + r.Text(QStringLiteral("Tipo")) + "',"
-            + num::CommaToPoint(r.Text(QStringLiteral("qta"))) + ",'" + r.Text(QStringLiteral("Cod")) + "','"
-            + r.Text(QStringLiteral("Titolo")) + "'," + prezzo + "," + importo + ",'" + r.Text(QStringLiteral("System"))
-            + "','" + "NE" + "'," + prezzo + ")");
+        dbExe.Execute(inserimento(r));
         if (rigaInserita)
             rigaInserita();
-        const QString errore = ControlloSequenza(dbExe);
-        if (!errore.isEmpty()
-            && !(importareComunque && importareComunque("Errore nei dati " + errore + " importare comunque?"))) {
+        if (!tieni(ControlloSequenza(dbExe))) {
             dbExe.Execute(QStringLiteral("DELETE * FROM Eseguiti"));
             dbExe.Execute(QStringLiteral("INSERT INTO Eseguiti SELECT * FROM EseguitiBackup"));
         }
         r.MoveNext();
     }
     tx.Commit();
-    return righe;
+    return r.RecordCount();
+}
+
+int ImportaEseguiti::EseguiVeloce(store::Database& dbExe)
+{
+    store::Recordset r = staged(dbExe);
+    if (r.RecordCount() == 0)
+        return 0;
+
+    store::Transaction tx(dbExe);
+    SequenzaInMemoria sequenza(dbExe);
+    while (!r.Eof()) {
+        // What the undo record holds after the row-by-row import.
+        if (r.AbsolutePosition() == r.RecordCount() - 1) {
+            dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiBackup"));
+            dbExe.Execute(QStringLiteral("INSERT INTO EseguitiBackup SELECT * FROM Eseguiti"));
+        }
+        dbExe.Execute(inserimento(r));
+        sequenza.AggiungiUltimo(dbExe);
+        if (rigaInserita)
+            rigaInserita();
+        if (!tieni(sequenza.Controlla())) {
+            dbExe.Execute("DELETE FROM Eseguiti WHERE ID = " + QString::number(sequenza.UltimoId()));
+            sequenza.TogliUltimo();
+        }
+        r.MoveNext();
+    }
+    tx.Commit();
+    return r.RecordCount();
 }
 
 } // namespace ledger

@@ -1,8 +1,11 @@
 #include "ledger/Importa.h"
 
+#include "account/Conto.h"
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
+#include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
+#include "ledger/Sequence.h"
 #include "platform/DataSource.h"
 #include "platform/FileLists.h"
 #include "platform/Forms.h"
@@ -23,6 +26,8 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <cmath>
 
 using Module1::dbExe;
 
@@ -77,6 +82,13 @@ Importa::Importa()
     setWindowTitle(QStringLiteral("Importa dati"));
     setModal(true);
     crea();
+
+    // Until the mapping window is part of the program.
+    guidata_ = [](const QString&, QWidget* parent) -> std::optional<ledger::Staging> {
+        platform::MsgBox(QStringLiteral("L'importazione guidata non è disponibile in questa versione."),
+                         platform::Buttons::Ok, platform::Icon::Information, parent);
+        return std::nullopt;
+    };
 
     // Load, in its order.
     File1_->SetPattern(QStringLiteral("*.csv"));
@@ -225,10 +237,20 @@ void Importa::Combo1_Click(int index)
 {
     if (index == 0)
         File1_->SetPattern(QStringLiteral("*.csv"));
-    else if (index == 1)
+    else if (index == 1 || index == 2)
         File1_->SetPattern(QStringLiteral("*.xlsx"));
+    else if (index == 3)
+        File1_->SetPattern(QStringLiteral("*.csv;*.txt;*.xlsx"));
+    guidate_.clear();
     List1_->clear();
     RiempiListaFile();
+    // OK of these formats brings in what the preview holds: it holds nothing of another format.
+    if (index >= 2 || formatoPrecedente_ >= 2) {
+        dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+        lab_FileSelezionati_->setText(QStringLiteral("0"));
+        anteprima();
+    }
+    formatoPrecedente_ = index;
 }
 
 void Importa::Drive1_Change() { Dir1_->SetPath(Drive1_->Drive()); }
@@ -238,6 +260,7 @@ void Importa::Dir1_Change()
     ultimaCartella() = Dir1_->Path();
     Drive1_->ShowDriveOf(Dir1_->Path());
     File1_->SetPath(Dir1_->Path());
+    guidate_.clear();
     List1_->clear();
     RiempiListaFile();
 }
@@ -257,6 +280,40 @@ void Importa::ProbaFoglio(const QString& path)
         foglio.SetCell(QString::fromLatin1(cella), testo);
 }
 
+void Importa::LeggiFoglioEseguiti(const QString& path)
+{
+    try {
+        ledger::PreparaEseguiti(dbExe, ledger::LeggiFoglioEseguiti(path));
+    } catch (const std::exception& e) {
+        // A file from outside: whatever stops it, the user reads why and nothing is staged.
+        platform::MsgBox(QString::fromStdString(e.what()), platform::Buttons::Ok, platform::Icon::Exclamation, this);
+    }
+}
+
+void Importa::guidaNuoveSpunte()
+{
+    QHash<QString, ledger::Staging> spuntate;
+    for (int i = 0; i < List1_->count(); ++i) {
+        if (!List1_->Selected(i))
+            continue;
+        const QString path = percorso(i);
+        if (guidate_.contains(path)) {
+            spuntate.insert(path, guidate_.take(path));
+            continue;
+        }
+        if (std::optional<ledger::Staging> s = guidata_(path, this)) {
+            spuntate.insert(path, std::move(*s));
+            continue;
+        }
+        // Cancelled or unreadable: the file stays out.
+        guidando_ = true;
+        List1_->item(i)->setCheckState(Qt::Unchecked);
+        guidando_ = false;
+    }
+    // Unticked files are mapped afresh when ticked again.
+    guidate_ = std::move(spuntate);
+}
+
 void Importa::anteprima()
 {
     Data1_->SetSource(&dbExe, QStringLiteral("SELECT Data, Tipo ,System,")
@@ -267,9 +324,13 @@ void Importa::anteprima()
 
 void Importa::List1_Click()
 {
+    if (guidando_)
+        return; // a tick the guided mapping takes back
+    const int formato = Combo1_->currentIndex();
+    if (formato == 3)
+        guidaNuoveSpunte();
     lab_FileSelezionati_->setText(QString::number(List1_->SelCount()));
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
-    const int formato = Combo1_->currentIndex();
     for (int i = 0; i < List1_->count(); ++i) {
         if (!List1_->Selected(i))
             continue;
@@ -277,6 +338,10 @@ void Importa::List1_Click()
             LeggiRealTick(percorso(i));
         else if (formato == 1)
             ProbaFoglio(percorso(i));
+        else if (formato == 2)
+            LeggiFoglioEseguiti(percorso(i));
+        else if (formato == 3)
+            ledger::PreparaEseguiti(dbExe, guidate_.value(percorso(i)).eseguiti);
     }
     anteprima();
 }
@@ -290,12 +355,34 @@ void Importa::AvanzaBarra(std::int16_t& contatore)
         contatore = num::ToInt16(contatore + 1.0);
         ProgressBar1_->setValue(contatore);
     }
-    // The import holds the event loop: paint the bar now.
-    ProgressBar1_->repaint();
+    // The import holds the event loop: paint the bar now, once a percent (a paint a row
+    // was most of the time of a large file).
+    const int percento = ProgressBar1_->maximum() > 0 ? ProgressBar1_->value() * 100 / ProgressBar1_->maximum() : 0;
+    if (percento != percentoDipinto_) {
+        percentoDipinto_ = percento;
+        ProgressBar1_->repaint();
+    }
+}
+
+ledger::ImportaEseguiti Importa::importatore(std::int16_t& contatore, const std::function<bool(const QString&)>& domanda)
+{
+    ledger::ImportaEseguiti importa;
+    importa.inizio = [this](int righe) {
+        ProgressBar1_->setMaximum(righe);
+        ProgressBar1_->setVisible(true);
+    };
+    importa.rigaInserita = [this, &contatore]() { AvanzaBarra(contatore); };
+    importa.importareComunque = domanda;
+    return importa;
 }
 
 void Importa::cmd_Ok_Click()
 {
+    const int formato = Combo1_->currentIndex();
+    if (formato == 2 || formato == 3) {
+        importaAnteprima();
+        return;
+    }
     // While its questions are open the window can't be closed.
     importando_ = true;
     // Whatever the format shows, the ticked files are read as day files, afresh.
@@ -305,30 +392,95 @@ void Importa::cmd_Ok_Click()
             LeggiRealTick(percorso(i));
 
     std::int16_t contatore = 0;
-    ledger::ImportaEseguiti importa;
-    importa.inizio = [this](int righe) {
-        ProgressBar1_->setMaximum(righe);
-        ProgressBar1_->setVisible(true);
-    };
-    importa.rigaInserita = [this, &contatore]() { AvanzaBarra(contatore); };
-    importa.importareComunque = [this](const QString& domanda) {
+    ledger::ImportaEseguiti importa = importatore(contatore, [this](const QString& domanda) {
         return platform::MsgBox(domanda, platform::Buttons::YesNo, platform::Icon::Exclamation, this) == platform::Answer::Yes;
-    };
+    });
     // The import and the replay after it stand or fall together: a replay that fails on an
     // imported row would otherwise fail again at every opening of the portfolio.
     store::Transaction tutto(dbExe);
     const int righe = importa.Esegui(dbExe);
     importando_ = false;
     if (righe == 0) {
-        platform::MsgBox(QStringLiteral("Non ci sono eseguiti da importare: spunta almeno un file con dati validi."),
-                         platform::Buttons::Ok, platform::Icon::Information, this);
-        anteprima();
+        nienteDaImportare();
         return;
     }
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     chiusa_ = true;
     MDIForm1::Instance()->ControlloMenu();
     tutto.Commit();
+    accept();
+}
+
+void Importa::nienteDaImportare()
+{
+    platform::MsgBox(QStringLiteral("Non ci sono eseguiti da importare: spunta almeno un file con dati validi."),
+                     platform::Buttons::Ok, platform::Icon::Information, this);
+    anteprima();
+}
+
+void Importa::importaAnteprima()
+{
+    // The movements of the ticked files, in list order.
+    QList<ledger::MovimentoImportato> movimenti;
+    for (int i = 0; i < List1_->count(); ++i)
+        if (List1_->Selected(i))
+            movimenti += guidate_.value(percorso(i)).movimenti;
+
+    // A refused row may answer for all the refused rows after it.
+    std::optional<bool> perTutte;
+    std::int16_t contatore = 0;
+    ledger::ImportaEseguiti importa = importatore(contatore, [this, &perTutte](const QString& domanda) {
+        if (perTutte)
+            return *perTutte;
+        switch (platform::MsgBox(domanda, platform::Buttons::YesNoAll, platform::Icon::Exclamation, this)) {
+        case platform::Answer::YesToAll: perTutte = true; return true;
+        case platform::Answer::NoToAll: perTutte = false; return false;
+        case platform::Answer::Yes: return true;
+        default: return false;
+        }
+    });
+    importa.inserimento = ledger::InsertComeInAnteprima;
+
+    importando_ = true;
+    QString errore;
+    bool vuoto = false;
+    try {
+        // One file, one transaction with its replay: any failure leaves the portfolio as it was.
+        store::Transaction tutto(dbExe);
+        vuoto = importa.EseguiVeloce(dbExe) == 0 && movimenti.isEmpty();
+        if (!vuoto) {
+            for (const ledger::MovimentoImportato& m : movimenti) {
+                // Booked as the account window books a movement typed by hand.
+                const QString descrizione = m.descrizione.isEmpty() ? QStringLiteral(".") : m.descrizione;
+                dbExe.Execute(account::InsertMovimento({m.data, m.tipo, num::Text(std::abs(m.importo)),
+                                                        ledger::TestoImportato(descrizione)}));
+            }
+            dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+            chiusa_ = true;
+            MDIForm1::Instance()->ControlloMenu();
+            tutto.Commit();
+        }
+    } catch (const platform::IndexOutOfRange& e) {
+        chiusa_ = false;
+        errore = QStringLiteral("un portafoglio tiene al più %1 codici diversi (%2).")
+                     .arg(ledger::kMaxCodici)
+                     .arg(QString::fromStdString(e.what()));
+    } catch (const std::exception& e) {
+        chiusa_ = false;
+        errore = QString::fromStdString(e.what());
+    }
+    importando_ = false;
+    ProgressBar1_->setVisible(false);
+    if (vuoto) {
+        nienteDaImportare();
+        return;
+    }
+    if (!errore.isEmpty()) {
+        platform::MsgBox("Importazione non eseguita, il portafoglio è rimasto com'era: " + errore, platform::Buttons::Ok,
+                         platform::Icon::Critical, this);
+        anteprima();
+        return;
+    }
     accept();
 }
 
@@ -341,6 +493,7 @@ void Importa::cmd_Annulla_Click()
 void Importa::chiudiSenzaImportare()
 {
     chiusa_ = true;
+    guidate_.clear();
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
     // The open trade window keeps its undo record in EseguitiTemp: give it back.
     if (platform::Forms::Find(QStringLiteral("frmEseguiti")))

@@ -24,6 +24,9 @@ Answer MsgBox(const QString& text, Buttons buttons, Icon icon, QWidget* parent)
     case Buttons::OkCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
     case Buttons::YesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
     case Buttons::YesNoCancel: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel); break;
+    case Buttons::YesNoAll:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::YesToAll | QMessageBox::NoToAll);
+        break;
     }
     if (QAbstractButton* b = box.button(QMessageBox::Yes))
         b->setText(QStringLiteral("Sì"));
@@ -31,10 +34,16 @@ Answer MsgBox(const QString& text, Buttons buttons, Icon icon, QWidget* parent)
         b->setText(QStringLiteral("No"));
     if (QAbstractButton* b = box.button(QMessageBox::Cancel))
         b->setText(QStringLiteral("Annulla"));
+    if (QAbstractButton* b = box.button(QMessageBox::YesToAll))
+        b->setText(QStringLiteral("Sì a tutti"));
+    if (QAbstractButton* b = box.button(QMessageBox::NoToAll))
+        b->setText(QStringLiteral("No a tutti"));
     switch (box.exec()) {
     case QMessageBox::Yes: return Answer::Yes;
     case QMessageBox::No: return Answer::No;
     case QMessageBox::Cancel: return Answer::Cancel;
+    case QMessageBox::YesToAll: return Answer::YesToAll;
+    case QMessageBox::NoToAll: return Answer::NoToAll;
     default: return buttons == Buttons::Ok || buttons == Buttons::OkCancel ? Answer::Ok : Answer::Cancel;
     }
 }

@@ -8,8 +8,9 @@ class QWidget;
 namespace platform {
 
 enum class Icon { None, Question, Information, Exclamation, Critical };
-enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel };
-enum class Answer { Ok, Cancel, Yes, No };
+// YesNoAll adds "Sì a tutti" and "No a tutti" for a question asked once per row.
+enum class Buttons { Ok, OkCancel, YesNo, YesNoCancel, YesNoAll };
+enum class Answer { Ok, Cancel, Yes, No, YesToAll, NoToAll };
 
 Answer MsgBox(const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None, QWidget* parent = nullptr);
 

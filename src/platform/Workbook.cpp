@@ -395,6 +395,7 @@ QVariant Workbook::Cell(const QString& name)
         return *it;
 
     QVariant found;
+    loadSharedStrings();
     cells(sheetPart_, row, [&](int r, int c, const QString& type, int style, const QString& raw) {
         if (r != row || c != column)
             return true;
@@ -419,6 +420,7 @@ QList<QVariantList> Workbook::Rows(const QString& sheetName)
     constexpr qint64 kMaxCells = 5'000'000;
     qint64 used = 0;
     QList<QVariantList> rows;
+    loadSharedStrings();
     cells(sheetParts_[sheet], 0, [&](int r, int c, const QString& type, int style, const QString& raw) {
         if (r < 1 || r > 1048576 || c > 16384)
             fail(path_, QStringLiteral("riferimento di cella non valido"));
@@ -489,25 +491,29 @@ QVariant Workbook::value(const QString& type, int style, const QString& raw)
     return number;
 }
 
+void Workbook::loadSharedStrings()
+{
+    if (sharedStrings_)
+        return;
+    QStringList strings;
+    if (!sharedStringsPart_.isEmpty()) {
+        PartStream s(*zip_, sharedStringsPart_);
+        while (s.next()) {
+            if (!s.xml.isStartElement() || s.xml.name() != QLatin1String("si"))
+                continue;
+            if (strings.size() >= kMaxSharedStrings)
+                fail(path_, QStringLiteral("troppi testi condivisi"));
+            strings << s.text();
+        }
+    }
+    sharedStrings_ = std::move(strings);
+}
+
 const QString& Workbook::sharedString(const QString& raw)
 {
-    if (!sharedStrings_) {
-        QStringList strings;
-        if (!sharedStringsPart_.isEmpty()) {
-            PartStream s(*zip_, sharedStringsPart_);
-            while (s.next()) {
-                if (!s.xml.isStartElement() || s.xml.name() != QLatin1String("si"))
-                    continue;
-                if (strings.size() >= kMaxSharedStrings)
-                    fail(path_, QStringLiteral("troppi testi condivisi"));
-                strings << s.text();
-            }
-        }
-        sharedStrings_ = std::move(strings);
-    }
     bool ok = false;
     const int index = raw.toInt(&ok);
-    if (!ok || index < 0 || index >= sharedStrings_->size())
+    if (!sharedStrings_ || !ok || index < 0 || index >= sharedStrings_->size())
         fail(path_, QStringLiteral("testo condiviso mancante"));
     return (*sharedStrings_)[index];
 }

@@ -44,6 +44,8 @@ public:
 private:
     // A cell's raw text (the value or the shared string's index) as the value it stands for.
     QVariant value(const QString& type, int style, const QString& raw);
+    // The package has one part open at a time: the shared texts are read whole before a sheet is streamed.
+    void loadSharedStrings();
     const QString& sharedString(const QString& raw);
     // Calls `cell` for every cell with a value of a sheet's part, in the file's order,
     // until it returns false or the rows pass `lastRow` (0: to the end).
@@ -60,7 +62,7 @@ private:
     std::vector<bool> dateStyles_; // by cell style index
     bool date1904_ = false;
     QHash<QString, QVariant> written_;
-    std::optional<QStringList> sharedStrings_; // read at the first shared text asked for
+    std::optional<QStringList> sharedStrings_; // read before the first sheet is streamed
 };
 
 } // namespace platform

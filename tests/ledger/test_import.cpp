@@ -1,4 +1,5 @@
 // Day files read into the staging table, and the row-by-row import, without a window.
+#include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
 
 #include "support/Fixture.h"
@@ -7,7 +8,14 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include "platform/Numbers.h"
+
+#include <xlsxwriter.h>
+
 #include <gtest/gtest.h>
+
+#include <ostream>
+#include <random>
 
 using namespace testing_support;
 
@@ -182,4 +190,197 @@ TEST_F(ImportTest, AFailureHalfWayLeavesEseguitiAsBefore)
     ASSERT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv", kIntestazione + "a,b,c,d,BUY,1,TIM,NULL,e,DAY,f\r\n")));
     EXPECT_THROW(importa.Esegui(exe), platform::Failure);
     EXPECT_EQ(eseguiti(), prima);
+}
+
+namespace {
+
+// One run of an import on its own copy of a portfolio, and everything it left.
+struct Esito {
+    QStringList domande;
+    QString fallimento;
+    QStringList tabelle;
+    bool operator==(const Esito&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& os, const Esito& e)
+{
+    return os << "domande: " << e.domande.join(" / ").toStdString() << "\nfallimento: " << e.fallimento.toStdString()
+              << "\ntabelle:\n" << e.tabelle.join('\n').toStdString();
+}
+
+// Seeded ledgers that meet every rule of the check: case of types and codes, the blank code,
+// equal dates, fractional and zero quantities, sales of codes never bought, and every fifth
+// seed a history near the limit of codes.
+struct Caso {
+    struct Riga {
+        QDate data;
+        QString tipo, cod;
+        double qta;
+    };
+    QList<Riga> esistenti, importati;
+    bool realTick = false;
+
+    explicit Caso(unsigned seed)
+    {
+        std::mt19937 rng(seed);
+        const auto tra = [&rng](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
+        const bool limite = seed % 5 == 0;
+        realTick = seed % 3 == 0;
+        const QStringList tipi = {"Buy", "BUY", "buy", "Buy", "Sell", "SELL", "sell", "x", ""};
+        const QStringList pochi = {"ENI", "eni", "TIM", "", "F.I", "ENI"};
+        const auto riga = [&](bool esistente) {
+            const QString cod = limite ? QStringLiteral("C%1").arg(esistente ? tra(99) : 90 + tra(15))
+                                       : pochi[tra(static_cast<int>(pochi.size()))];
+            const double qta = tra(4) == 0 ? tra(10) / 10.0 : 50.0 * tra(5);
+            return Riga{QDate(2003, 1, 1).addDays(tra(12)), tipi[tra(static_cast<int>(tipi.size()))], cod, qta};
+        };
+        const int n = limite ? 100 + tra(20) : tra(25);
+        for (int i = 0; i < n; ++i)
+            esistenti << riga(true);
+        // Near the limit the history buys each code first, so that the new codes decide.
+        if (limite)
+            for (int i = 0; i < 99; ++i)
+                esistenti[i] = {QDate(2002, 12, 1), "Buy", QStringLiteral("C%1").arg(i), 500};
+        for (int i = 1 + tra(limite ? 12 : 25); i > 0; --i)
+            importati << riga(false);
+    }
+};
+
+Esito importa(store::Database& db, const Caso& caso, unsigned seed, bool veloce)
+{
+    {
+        store::Transaction tx(db);
+        for (const char* t : {"Eseguiti", "EseguitiBackup", "EseguitiTemp"})
+            db.Execute(QStringLiteral("DELETE * FROM %1").arg(QLatin1String(t)));
+        for (const Caso::Riga& r : caso.esistenti)
+            AddTrade(db, num::DateText(r.data), r.tipo, "DAY", r.cod, r.qta, 2.5);
+        tx.Commit();
+    }
+    QList<ledger::EseguitoImportato> staged;
+    for (const Caso::Riga& r : caso.importati)
+        staged << ledger::EseguitoImportato{r.data, r.tipo, "SWING", r.cod, "T'itolo", r.qta, 1.25, "EA", 1.5, 0};
+    ledger::PreparaEseguiti(db, staged);
+
+    Esito e;
+    std::mt19937 risposte(seed * 7919);
+    ledger::ImportaEseguiti imp;
+    if (!caso.realTick)
+        imp.inserimento = ledger::InsertComeInAnteprima;
+    imp.importareComunque = [&](const QString& domanda) {
+        e.domande << domanda;
+        return risposte() % 2 == 0;
+    };
+    try {
+        veloce ? imp.EseguiVeloce(db) : imp.Esegui(db);
+    } catch (const std::exception& ex) {
+        e.fallimento = QString::fromStdString(ex.what());
+    }
+    for (const char* t : {"Eseguiti", "EseguitiBackup", "EseguitiTemp"})
+        e.tabelle << t << Rows(db, QStringLiteral("SELECT * FROM %1").arg(QLatin1String(t)));
+    return e;
+}
+
+} // namespace
+
+// The in-memory check must answer as the check over the table does, row after row.
+TEST(ImportaVeloce, SameRowsIdsQuestionsFailuresAndTablesAsRowByRow)
+{
+    ProgramFolder folder;
+    store::Database perRiga, inMemoria;
+    perRiga.Open(folder.NewPortfolio("lento.qvp"));
+    inMemoria.Open(folder.NewPortfolio("veloce.qvp"));
+    // Thousands of commits: durability is not what this test is about.
+    perRiga.ExecuteScript("PRAGMA synchronous=OFF");
+    inMemoria.ExecuteScript("PRAGMA synchronous=OFF");
+    int domande = 0, fallimenti = 0;
+    for (unsigned seed = 1; seed <= 150; ++seed) {
+        const Caso caso(seed);
+        const Esito lento = importa(perRiga, caso, seed, false);
+        const Esito veloce = importa(inMemoria, caso, seed, true);
+        ASSERT_EQ(veloce, lento) << "seed " << seed;
+        domande += static_cast<int>(lento.domande.size());
+        fallimenti += !lento.fallimento.isEmpty();
+    }
+    // The seeds reach the questions and the limit of codes often enough to mean something.
+    EXPECT_GT(domande, 300);
+    EXPECT_GT(fallimenti, 5);
+}
+
+namespace {
+
+// An "Eseguiti" sheet as the export lays it out, with the rows given as texts
+// ("" an empty cell, "#n" a number, "@dd/mm/yyyy" a date cell).
+QString foglioEseguiti(const QTemporaryDir& dir, const char* nome, const QList<QStringList>& righe,
+                       const char* intestazione4 = "Codice")
+{
+    const QString path = QDir(dir.path()).filePath(QString::fromLatin1(nome));
+    lxw_workbook* wb = workbook_new(path.toUtf8().constData());
+    lxw_worksheet* ws = workbook_add_worksheet(wb, "Eseguiti");
+    lxw_format* data = workbook_add_format(wb);
+    format_set_num_format(data, "dd/mm/yy");
+    const QStringList intestazioni = {"Data", "Tipo", "System", intestazione4, "Titolo", "Quantità", "Prezzo", "Errore",
+                                      "Prezzo ottimale"};
+    worksheet_write_string(ws, 0, 3, "Quorvel Tabella eseguiti", nullptr);
+    for (int c = 0; c < intestazioni.size(); ++c)
+        worksheet_write_string(ws, 1, static_cast<lxw_col_t>(c), intestazioni[c].toUtf8().constData(), nullptr);
+    for (int r = 0; r < righe.size(); ++r)
+        for (int c = 0; c < righe[r].size(); ++c) {
+            const QString& v = righe[r][c];
+            const auto rr = static_cast<lxw_row_t>(r + 2);
+            const auto cc = static_cast<lxw_col_t>(c);
+            if (v.startsWith('#')) {
+                worksheet_write_number(ws, rr, cc, v.mid(1).toDouble(), nullptr);
+            } else if (v.startsWith('@')) {
+                const QDate d = num::ParseShortDate(v.mid(1));
+                lxw_datetime dt = {d.year(), d.month(), d.day(), 0, 0, 0};
+                worksheet_write_datetime(ws, rr, cc, &dt, data);
+            } else if (!v.isEmpty()) {
+                worksheet_write_string(ws, rr, cc, v.toUtf8().constData(), nullptr);
+            }
+        }
+    EXPECT_EQ(workbook_close(wb), LXW_NO_ERROR);
+    return path;
+}
+
+} // namespace
+
+TEST(FoglioEseguiti, TradesAsExportedAndClearWordsForWhatIsNot)
+{
+    QTemporaryDir dir;
+    const QList<ledger::EseguitoImportato> letti = ledger::LeggiFoglioEseguiti(foglioEseguiti(
+        dir, "buono.xlsx",
+        {{"@20/01/2003", "Sell", "DAY", "#123", "@01/02/2003", "1,5", "#2.25", "EA", "#2.5"},
+         {},
+         {"@17/01/2003", "Buy", "SWING", "ENI", "", "#100", "#10.00125", "NE", ""},
+         {"01/01/1899", "Buy", "DAY", "OLD", "Vecchio", "#1", "#1"}}));
+    QStringList visti;
+    for (const ledger::EseguitoImportato& e : letti)
+        visti << QStringList{num::DateText(e.data), e.tipo, e.system, e.cod, e.titolo, num::Text(e.qta), num::Text(e.prezzo),
+                             e.errore, num::Text(e.prezzoOttimale), QString::number(e.riga)}
+                     .join('|');
+    // In date order; numbers and dates that stand for texts come back as their text; an empty optimal price is the price.
+    EXPECT_EQ(visti, (QStringList{"01/01/1899|Buy|DAY|OLD|Vecchio|1|1||1|6", "17/01/2003|Buy|SWING|ENI||100|10,00125|NE|10,00125|5",
+                                  "20/01/2003|Sell|DAY|123|01/02/2003|1,5|2,25|EA|2,5|3"}));
+
+    const QStringList buona = {"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "#1", "#1", "NE", "#1"};
+    struct Caso {
+        QString file;
+        const char* messaggio;
+    };
+    const QList<Caso> casi = {
+        {foglioEseguiti(dir, "colonne.xlsx", {buona}, "Cod"), "Il foglio \"Eseguiti\" di colonne.xlsx non ha le colonne"},
+        {foglioEseguiti(dir, "data.xlsx", {buona, {"ieri", "Buy", "DAY", "ENI", "Eni", "#1", "#1"}}),
+         "Il foglio \"Eseguiti\" di data.xlsx, riga 4: data non valida."},
+        {foglioEseguiti(dir, "qta.xlsx", {{"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "cento", "#1"}}), "riga 3: quantità non valida."},
+        {foglioEseguiti(dir, "prezzo.xlsx", {{"@17/01/2003", "Buy", "DAY", "ENI", "Eni", "#1"}}), "riga 3: prezzo non valido."},
+        {QDir(dir.path()).filePath("manca.xlsx"), "non si può leggere"},
+    };
+    for (const Caso& c : casi) {
+        try {
+            ledger::LeggiFoglioEseguiti(c.file);
+            ADD_FAILURE() << c.file.toStdString();
+        } catch (const ledger::FileNonValido& e) {
+            EXPECT_TRUE(QString::fromStdString(e.what()).contains(QString::fromUtf8(c.messaggio))) << e.what();
+        }
+    }
 }

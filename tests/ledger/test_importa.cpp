@@ -1,7 +1,10 @@
 // The import window as the trader uses it: a folder of day files, ticks, the preview, the questions.
 #include "app/MDIForm1.h"
 #include "app/Module1.h"
+#include "export/Esportazione.h"
 #include "ledger/Importa.h"
+#include "ledger/Replay.h"
+#include "store/Delivered.h"
 #include "platform/FileLists.h"
 #include "platform/Forms.h"
 #include "support/Fixture.h"
@@ -10,6 +13,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -136,9 +140,24 @@ protected:
     {
         return Rows(Module1::dbExe, "SELECT ID, Data, Tipo, Qta, Cod, Titolo, Prezzo, Importo, System, Errore, PrezzoOttimale FROM Eseguiti");
     }
+    // A portfolio of its own filled by `fill`, replayed, its trades exported with the export's own code.
+    void esporta(const QString& nome, store::Database& sorgente, const std::function<void(store::Database&)>& fill,
+                 const esporta::Scelta& scelta = {false, true, false})
+    {
+        sorgente.Open(cartellaPortafogli.NewPortfolio(nome + ".qvp"));
+        {
+            store::Transaction tx(sorgente);
+            fill(sorgente);
+            tx.Commit();
+        }
+        ledger::RicalcolaPortafoglio(sorgente, Module1::dbSet, {});
+        esporta::Avanzamento niente;
+        esporta::EsportaXls(sorgente, cartella.filePath(nome + ".xlsx"), scelta, path(store::kLogoFile), niente);
+    }
 
     QTemporaryDir giorni;
     QDir cartella{giorni.path()};
+    ProgramFolder cartellaPortafogli;
     Importa* w = nullptr;
     QStringList risposte, visti;
 };
@@ -257,4 +276,135 @@ TEST_F(ImportaTest, OtherFormatsTheSheetProbeAndAnEditedPreview)
     // The import parses the files afresh: the preview's edits don't travel.
     ok();
     EXPECT_EQ(eseguiti().last(), "2|17/01/2003|BUY|100|ENI|ND|10,5|1050|DAY|NE|10,5");
+}
+
+TEST_F(ImportaTest, OurEseguitiWorkbookComesBackAndReplaysTheSame)
+{
+    store::Database sorgente, altro;
+    esporta("eseguiti", sorgente, [](store::Database& db) {
+        AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10.00125, "EA", "Eni");
+        AddTrade(db, "17/01/2003", "Sell", "DAY", "ENI", 40, 12.5, "UR", "Eni");
+        AddTrade(db, "20/01/2003", "BUY", "SWING", "123", 2.5, 3.333, "NE", "01/02/2003"); // a number, a date
+        AddTrade(db, "21/01/2003", "SELL", "SWING", "123", 1.25, 4, "NE", "01/02/2003");
+        AddTrade(db, "24/01/2003", "Sell", "DAY", "TIM", 400, 0.31);
+        AddTrade(db, "22/01/2003", "Buy", "DAY", "TIM", 1000, 0.2871); // typed after its sale
+        db.Execute("UPDATE Eseguiti SET PrezzoOttimale = 12.75 WHERE ID = 2");
+    });
+    // A workbook without the sheet: a clear message, nothing staged.
+    esporta("chiuse", altro, [](store::Database& db) { AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 1, 1); },
+            {true, false, false});
+    Module1::dbExe.Execute("DELETE * FROM Eseguiti");
+    apri();
+    formato(2);
+    EXPECT_EQ(voci(), (QStringList{"chiuse.xlsx", "eseguiti.xlsx"}));
+    rispondi({"OK"});
+    spunta("chiuse.xlsx");
+    EXPECT_EQ(visti, QStringList{QString::number(QMessageBox::Warning)
+                                 + "|La cartella di lavoro chiuse.xlsx non ha un foglio \"Eseguiti\" esportato da Quorvel: niente da importare."});
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+    spunta("chiuse.xlsx");
+
+    spunta("eseguiti.xlsx");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "6");
+    EXPECT_EQ(anteprima()[2], "20/01/2003|BUY|SWING|123|01/02/2003|2,5|3,333");
+    // Another format previews nothing of this one.
+    formato(3);
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "0");
+    formato(2);
+    spunta("eseguiti.xlsx");
+    ok();
+    EXPECT_FALSE(w->isVisible());
+    // The same trades, in date order, and the same positions and closed operations.
+    for (const char* t : {"SELECT Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale "
+                          "FROM Eseguiti ORDER BY Data",
+                          "SELECT * FROM Portafoglio", "SELECT * FROM OperazioniChiuse"})
+        EXPECT_EQ(Rows(Module1::dbExe, t), Rows(sorgente, t)) << t;
+}
+
+TEST_F(ImportaTest, RefusedRowsAnsweredForAllAndTheLimitOfCodesTakesNothingIn)
+{
+    store::Database rifiutate, troppi;
+    esporta("rifiutate", rifiutate, [](store::Database& db) {
+        AddTrade(db, "11/01/2003", "Sell", "DAY", "ENI", 500, 10);
+        AddTrade(db, "11/01/2003", "Sell", "DAY", "TIM", 5, 10);
+        AddTrade(db, "12/01/2003", "Buy", "DAY", "TIM", 5, 10);
+        AddTrade(db, "13/01/2003", "Sell", "DAY", "ENI", 1000, 10);
+    });
+    esporta("troppi", troppi, [](store::Database& db) {
+        for (int i = 1; i <= 101; ++i)
+            AddTrade(db, "11/01/2003", "Buy", "DAY", QStringLiteral("C%1").arg(i), 1, 1);
+    });
+    const QStringList prima = eseguiti();
+    apri();
+    formato(2);
+
+    // The first refused row asks; "No a tutti" leaves out the later ones unasked.
+    spunta("rifiutate.xlsx");
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "4");
+    rispondi({"No a tutti"});
+    ok();
+    EXPECT_EQ(visti, QStringList{kQuestion + "Errore nei dati ENI disponibili solo 100 pezzi importare comunque?"});
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID, Tipo, Cod FROM Eseguiti"), (QStringList{"1|Buy|ENI", "2|Buy|TIM"}));
+    const QStringList dopo = eseguiti();
+    const QStringList portafoglio = Rows(Module1::dbExe, "SELECT * FROM Portafoglio");
+
+    // The 101st code: a message, not the failure report, and the portfolio as it was.
+    visti.clear();
+    apri();
+    formato(2);
+    spunta("troppi.xlsx");
+    rispondi({"OK"});
+    ok();
+    EXPECT_EQ(visti, QStringList{QString::number(QMessageBox::Critical)
+                                 + "|Importazione non eseguita, il portafoglio è rimasto com'era: un portafoglio tiene al "
+                                   "più 100 codici diversi (Indice non compreso nell'intervallo: 101)."});
+    EXPECT_TRUE(w->isVisible());
+    EXPECT_EQ(lab("lab_NumeroEseguiti"), "101");
+    EXPECT_EQ(eseguiti(), dopo);
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT * FROM Portafoglio"), portafoglio);
+    EXPECT_NE(prima, dopo);
+}
+
+TEST_F(ImportaTest, GuidedFilesStageTheirTradesAndBookTheirMovements)
+{
+    for (const char* f : {"directa.csv", "fineco.txt", "ib.xlsx", "estratto.pdf"})
+        scrivi(f, "x");
+    apri();
+    // The mapping window stands in here: it maps directa.csv and is cancelled on any other file.
+    QStringList mappati;
+    w->SetImportazioneGuidata([&mappati](const QString& path, QWidget*) -> std::optional<ledger::Staging> {
+        mappati << QFileInfo(path).fileName();
+        if (!path.endsWith("directa.csv"))
+            return std::nullopt;
+        ledger::Staging s;
+        s.eseguiti = {{QDate(2003, 1, 17), "Buy", "SWING", "ENI", "Eni", 10, 10.5, "NE", 10.5, 12},
+                      {QDate(2003, 1, 17), "Sell", "SWING", "ENI", "L'Eni", 50, 11, "NE", 11, 11}};
+        s.movimenti = {{QDate(2003, 1, 15), "Versamento", 1000, "Bonifico", 3},
+                       {QDate(2003, 1, 18), "Costi di gestione", 2.5, "Ritenuta d'acconto", 4},
+                       {QDate(2003, 1, 19), "Dividendi", 7.25, "", 5}};
+        return s;
+    });
+    formato(3);
+    EXPECT_EQ(voci(), (QStringList{"directa.csv", "fineco.txt", "ib.xlsx"}));
+
+    // Cancelled: the tick goes and nothing is staged.
+    spunta("fineco.txt");
+    EXPECT_FALSE(list()->Selected(1));
+    EXPECT_EQ(lab("lab_FileSelezionati"), "0");
+    // Mapped once: a later click keeps what the mapping gave.
+    spunta("directa.csv");
+    spunta("ib.xlsx");
+    EXPECT_EQ(mappati, (QStringList{"fineco.txt", "directa.csv", "ib.xlsx"}));
+    EXPECT_EQ(anteprima(), (QStringList{"17/01/2003|Buy|SWING|ENI|Eni|10|10,5", "17/01/2003|Sell|SWING|ENI|L\u2019Eni|50|11"}));
+
+    ok();
+    EXPECT_FALSE(w->isVisible());
+    // An apostrophe from a file is stored as a typographic one, which the statements can carry.
+    EXPECT_EQ(eseguiti().mid(1), (QStringList{"2|17/01/2003|Buy|10|ENI|Eni|10,5|105|SWING|NE|10,5",
+                                              "3|17/01/2003|Sell|50|ENI|L\u2019Eni|11|550|SWING|NE|11"}));
+    // The movements as the account window books them; no description is ".".
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Tipo, Importo, Descrizione FROM Conto"),
+              (QStringList{"15/01/2003|Versamento|1000|Bonifico", "18/01/2003|Costi di gestione|2,5|Ritenuta d\u2019acconto",
+                           "19/01/2003|Dividendi|7,25|."}));
 }

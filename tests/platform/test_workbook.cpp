@@ -125,14 +125,21 @@ TEST_F(WorkbookTest, RowsOfASheetByNameUpToItsLastUsedCell)
         worksheet_write_datetime(ws, 2, 1, &d, data);
         worksheet_write_boolean(ws, 2, 0, 1, nullptr);
         worksheet_write_blank(ws, 4, 0, grigio);
+        // Past the first chunk of the sheet's part: its texts are read while the sheet is.
+        for (int r = 10; r < 3010; ++r) {
+            worksheet_write_string(ws, static_cast<lxw_row_t>(r), 0, QByteArray::number(r).constData(), nullptr);
+            worksheet_write_number(ws, static_cast<lxw_row_t>(r), 1, r, nullptr);
+        }
     });
     platform::Workbook wb(path);
     EXPECT_EQ(wb.SheetNames(), (QStringList{"Altro", "Foglio attivo"}));
     const QList<QVariantList> rows = wb.Rows("FOGLIO ATTIVO");
-    ASSERT_EQ(rows.size(), 3);
+    ASSERT_EQ(rows.size(), 3010);
     EXPECT_EQ(rows[0], (QVariantList{QStringLiteral("Data"), QVariant(), 1.5}));
     EXPECT_TRUE(rows[1].isEmpty());
     EXPECT_EQ(rows[2], (QVariantList{true, QDate(2003, 1, 17)}));
+    EXPECT_TRUE(rows[9].isEmpty());
+    EXPECT_EQ(rows[3009], (QVariantList{QStringLiteral("3009"), 3009.0}));
     EXPECT_EQ(wb.Rows("Altro"), (QList<QVariantList>{{}, {QStringLiteral("non questo")}}));
     // The shared texts read once serve the single cells too.
     EXPECT_EQ(wb.Cell("A1").toString(), "Data");
