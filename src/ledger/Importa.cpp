@@ -6,6 +6,7 @@
 #include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
 #include "ledger/Sequence.h"
+#include "ledger/frmImportazioneGuidata.h"
 #include "platform/DataSource.h"
 #include "platform/FileLists.h"
 #include "platform/Forms.h"
@@ -83,12 +84,7 @@ Importa::Importa()
     setModal(true);
     crea();
 
-    // Until the mapping window is part of the program.
-    guidata_ = [](const QString&, QWidget* parent) -> std::optional<ledger::Staging> {
-        platform::MsgBox(QStringLiteral("L'importazione guidata non è disponibile in questa versione."),
-                         platform::Buttons::Ok, platform::Icon::Information, parent);
-        return std::nullopt;
-    };
+    guidata_ = &frmImportazioneGuidata::Esegui;
 
     // Load, in its order.
     File1_->SetPattern(QStringLiteral("*.csv"));

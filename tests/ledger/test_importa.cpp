@@ -408,3 +408,23 @@ TEST_F(ImportaTest, GuidedFilesStageTheirTradesAndBookTheirMovements)
               (QStringList{"15/01/2003|Versamento|1000|Bonifico", "18/01/2003|Costi di gestione|2,5|Ritenuta d\u2019acconto",
                            "19/01/2003|Dividendi|7,25|."}));
 }
+
+TEST_F(ImportaTest, ADirectaFileThroughTheMappingWindow)
+{
+    ASSERT_TRUE(QFile::copy(qEnvironmentVariable("QUORVEL_TEST_DATA") + "/brokers/directa.csv", cartella.filePath("directa.csv")));
+    apri();
+    formato(3);
+    // The tick opens the mapping window on the file; its OK stages what it shows.
+    WhenModal([](QWidget* m) {
+        EXPECT_STREQ(m->metaObject()->className(), "frmImportazioneGuidata");
+        QTest::mouseClick(m->findChild<QPushButton*>("cmd_Ok"), Qt::LeftButton);
+    });
+    spunta("directa.csv");
+    EXPECT_EQ(anteprima(), (QStringList{"12/03/2024|Buy|DAY|OR|L\u2019OREAL|3|430,05", "15/03/2024|Buy|DAY|ENI|ENI|100|15,234",
+                                        "15/03/2024|Sell|DAY|ENI|ENI|100|16,125"}));
+    ok();
+    EXPECT_FALSE(w->isVisible());
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID, Cod FROM Eseguiti"), (QStringList{"1|ENI", "2|OR", "3|ENI", "4|ENI"}));
+    EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Tipo, Importo FROM Conto"),
+              (QStringList{"01/03/2024|Versamento|5000", "28/03/2024|Dividendi|10", "28/03/2024|Costi di gestione|2,6"}));
+}
