@@ -351,6 +351,11 @@ void Importa::AvanzaBarra(std::int16_t& contatore)
         contatore = num::ToInt16(contatore + 1.0);
         ProgressBar1_->setValue(contatore);
     }
+    dipingiBarra();
+}
+
+void Importa::dipingiBarra()
+{
     // The import holds the event loop: paint the bar now, once a percent (a paint a row
     // was most of the time of a large file).
     const int percento = ProgressBar1_->maximum() > 0 ? ProgressBar1_->value() * 100 / ProgressBar1_->maximum() : 0;
@@ -436,6 +441,12 @@ void Importa::importaAnteprima()
         }
     });
     importa.inserimento = ledger::InsertComeInAnteprima;
+    // A year of a broker's trades may pass the 16-bit counter of the day files.
+    int fatte = 0;
+    importa.rigaInserita = [this, &fatte]() {
+        ProgressBar1_->setValue(++fatte);
+        dipingiBarra();
+    };
 
     importando_ = true;
     QString errore;

@@ -67,6 +67,7 @@ private:
     // OK with nothing staged: says so, the window stays.
     void nienteDaImportare();
     void AvanzaBarra(std::int16_t& contatore);
+    void dipingiBarra();
     // The full path of a ticked item, as both the preview and the import build it.
     QString percorso(int item) const;
     void anteprima();

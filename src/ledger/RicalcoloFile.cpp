@@ -100,6 +100,7 @@ struct TabellaPortafoglio {
     static constexpr const char* kLeggi =
         "SELECT rowid, System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni FROM Portafoglio ORDER BY rowid";
     static constexpr const char* kTaglia = "DELETE FROM Portafoglio WHERE rowid > ?1";
+    static constexpr const char* kSvuota = "DELETE FROM Portafoglio";
     static constexpr const char* kScrivi = "INSERT INTO Portafoglio (rowid, System, Cod, Titolo, Qta, PzoCarico, Importo, "
                                            "Commissioni) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)";
     static bool Uguale(const store::Prepared& q, const Posizione& p)
@@ -120,6 +121,7 @@ struct TabellaChiuse {
                                           "Prezzo, GP, GPPercentuale, Commissioni, Errore, PrezzoOttimale "
                                           "FROM OperazioniChiuse ORDER BY rowid";
     static constexpr const char* kTaglia = "DELETE FROM OperazioniChiuse WHERE rowid > ?1";
+    static constexpr const char* kSvuota = "DELETE FROM OperazioniChiuse";
     static constexpr const char* kScrivi = "INSERT INTO OperazioniChiuse (rowid, Data, giornoDiSettimana, System, Cod, "
                                            "Titolo, PzoCarico, Qta, Prezzo, GP, GPPercentuale, Commissioni) "
                                            "VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)";
@@ -153,8 +155,11 @@ void allinea(store::Database& db, const std::vector<Riga>& righe)
             ++tenute;
         }
     }
-    store::Prepared taglia(db, QString::fromLatin1(Tabella::kTaglia));
-    taglia.Bind(1, tenute ? righe[tenute - 1].rowid : 0LL).Run();
+    // Nothing kept: every row goes, also one that another program gave a rowid below 1.
+    if (tenute == 0)
+        store::Prepared(db, QString::fromLatin1(Tabella::kSvuota)).Run();
+    else
+        store::Prepared(db, QString::fromLatin1(Tabella::kTaglia)).Bind(1, righe[tenute - 1].rowid).Run();
     store::Prepared scrivi(db, QString::fromLatin1(Tabella::kScrivi));
     for (std::size_t i = tenute; i < righe.size(); ++i) {
         scrivi.Bind(1, righe[i].rowid);

@@ -289,6 +289,9 @@ void Chart::redraw()
             auto* line = new QLineSeries;
             line->setName(label(c + 1));
             line->setPen(QPen(colorOf(c / 2), 2));
+            // One point draws no line: its marker shows it.
+            line->setPointsVisible(true);
+            line->setMarkerSize(8);
             for (int r = 0; r < rows; ++r) {
                 bool okx = false, oky = false;
                 const double x = value(r, c, &okx), y = value(r, c + 1, &oky);
@@ -393,6 +396,10 @@ void Chart::redraw()
             const double margin = (hi > lo ? hi - lo : 1) * 0.05;
             lo -= lo < 0 ? margin : 0;
             hi += hi > 0 ? margin : 0;
+            if (hi == lo) { // every point at zero: keep the markers off the plot's edge
+                lo -= margin;
+                hi += margin;
+            }
         }
         axisY->setRange(lo, hi > lo ? hi : lo + 1);
         axisY->applyNiceNumbers();

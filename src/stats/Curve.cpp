@@ -58,8 +58,6 @@ QLineEdit* CurvaOperazioni::testo(const QString& name, const QString& text)
     t->setReadOnly(true);
     t->setFrame(false);
     t->setFocusPolicy(Qt::NoFocus);
-    // A caption: it takes the window's colour, not a text box's.
-    t->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; }"));
     return t;
 }
 

@@ -349,6 +349,7 @@ protected:
         exe.Execute("DELETE * FROM Portafoglio");
         exe.Execute("DELETE * FROM OperazioniChiuse");
         exe.Execute("INSERT INTO Portafoglio VALUES ('X','VECCHIO','x',1,1,1,1)");
+        exe.Execute("INSERT INTO Portafoglio (rowid, Cod, Qta) VALUES (0, 'ALTRO PROGRAMMA', 1)");
         exe.Execute("INSERT INTO OperazioniChiuse (Data, Cod, Qta) VALUES ('02/01/2003','VECCHIO',1)");
         set.Execute("UPDATE Errori SET Contatore = 7");
         if (seed % 3 != 0) {

@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QGraphicsScene>
 #include <QGraphicsTextItem>
+#include <QImage>
 #include <QRadioButton>
 #include <QTest>
 
@@ -69,6 +70,17 @@ TEST(Chart, GridOfTextsWithRowsColumnsAndLabels)
             figure << text->toPlainText();
     EXPECT_TRUE(figure.contains("-0,5")) << figure.join(' ').toStdString();
     EXPECT_FALSE(figure.join(' ').contains('.')) << figure.join(' ').toStdString();
+
+    // One point draws no line, so its marker must show it (a risk or draw-down frequency of one value).
+    c.ChartData(QVector<QVector<QVariant>>{{2, 0}});
+    c.SetChartType(Chart::XY2D);
+    QCoreApplication::processEvents();
+    const QImage plot = c.grab(c.ChartItem()->plotArea().toRect()).toImage();
+    int colorati = 0;
+    for (int y = 0; y < plot.height(); ++y)
+        for (int x = 0; x < plot.width(); ++x)
+            colorati += plot.pixelColor(x, y).hsvSaturation() > 120;
+    EXPECT_GT(colorati, 10);
 }
 
 TEST(ChartStyle, SwitchSetsTheTypeOfEveryBoundChartAndRulesSizeTheChart)
