@@ -130,9 +130,13 @@ void frmImportazioneGuidata::crea()
             mappa_.colonne[static_cast<std::size_t>(c)] = i > 0 ? colonne_[static_cast<std::size_t>(c)]->currentText() : QString();
             leggiControlli(true);
         });
+        // A long header of the file must not squeeze the word lists beside.
+        colonne_[static_cast<std::size_t>(c)]->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        colonne_[static_cast<std::size_t>(c)]->setMinimumContentsLength(14);
     }
     for (int p = 0; p < ledger::kParole; ++p) {
         auto* e = new QLineEdit(this);
+        e->setMinimumWidth(170);
         e->setObjectName(QStringLiteral("txt_") + QString::fromLatin1(kNomiParole[p]));
         e->setToolTip(QStringLiteral("Valori della colonna Tipo, separati da \";\""));
         parole_[static_cast<std::size_t>(p)] = e;
@@ -489,7 +493,7 @@ void frmImportazioneGuidata::anteprima()
     for (const ledger::EseguitoImportato& e : s.eseguiti)
         aggiungi(e.riga, QStringLiteral("Eseguito"),
                  {num::DateText(e.data), e.tipo, e.cod, e.titolo, num::Text(e.qta), num::Text(e.prezzo),
-                  num::Text(num::Round(e.qta * e.prezzo, 1))},
+                  num::Text(e.qta * e.prezzo)}, // as it is stored
                  false);
     for (const ledger::MovimentoImportato& m : s.movimenti)
         aggiungi(m.riga, QStringLiteral("Movimento"), {num::DateText(m.data), m.tipo, QString(), m.descrizione, QString(), QString(), num::Text(m.importo)},
