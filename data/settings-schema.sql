@@ -64,5 +64,6 @@ CREATE TABLE ModelliImportazione (
   ParoleVersamento TEXT,
   ParolePrelievo TEXT,
   ParoleDividendi TEXT,
-  ParoleCosti TEXT
+  ParoleCosti TEXT,
+  RecentiPrima REAL
 ) STRICT;

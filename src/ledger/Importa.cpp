@@ -28,6 +28,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 
 using Module1::dbExe;
@@ -276,13 +277,14 @@ void Importa::ProbaFoglio(const QString& path)
         foglio.SetCell(QString::fromLatin1(cella), testo);
 }
 
-void Importa::LeggiFoglioEseguiti(const QString& path)
+QList<ledger::EseguitoImportato> Importa::LeggiFoglioEseguiti(const QString& path)
 {
     try {
-        ledger::PreparaEseguiti(dbExe, ledger::LeggiFoglioEseguiti(path));
+        return ledger::LeggiFoglioEseguiti(path);
     } catch (const std::exception& e) {
         // A file from outside: whatever stops it, the user reads why and nothing is staged.
         platform::MsgBox(QString::fromStdString(e.what()), platform::Buttons::Ok, platform::Icon::Exclamation, this);
+        return {};
     }
 }
 
@@ -327,6 +329,7 @@ void Importa::List1_Click()
         guidaNuoveSpunte();
     lab_FileSelezionati_->setText(QString::number(List1_->SelCount()));
     dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+    QList<ledger::EseguitoImportato> eseguiti;
     for (int i = 0; i < List1_->count(); ++i) {
         if (!List1_->Selected(i))
             continue;
@@ -335,10 +338,14 @@ void Importa::List1_Click()
         else if (formato == 1)
             ProbaFoglio(percorso(i));
         else if (formato == 2)
-            LeggiFoglioEseguiti(percorso(i));
+            eseguiti += LeggiFoglioEseguiti(percorso(i));
         else if (formato == 3)
-            ledger::PreparaEseguiti(dbExe, guidate_.value(percorso(i)).eseguiti);
+            eseguiti += guidate_.value(percorso(i)).eseguiti;
     }
+    // Broker files are not named by their dates: the trades of all ticked files go in by date,
+    // each file's own order kept within a day, so a buy in one file meets its sale in another.
+    std::stable_sort(eseguiti.begin(), eseguiti.end(), [](const auto& a, const auto& b) { return a.data < b.data; });
+    ledger::PreparaEseguiti(dbExe, eseguiti);
     anteprima();
 }
 

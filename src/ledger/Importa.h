@@ -57,7 +57,7 @@ private:
     void RiempiListaFile();
     void LeggiRealTick(const QString& path);
     void ProbaFoglio(const QString& path);
-    void LeggiFoglioEseguiti(const QString& path);
+    QList<ledger::EseguitoImportato> LeggiFoglioEseguiti(const QString& path);
     // The guided mapping of the files ticked since the last click; unticks a file it cancels.
     void guidaNuoveSpunte();
     // The import with the progress bar and the question of a refused row.

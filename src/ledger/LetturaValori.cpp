@@ -235,15 +235,21 @@ std::optional<QChar> IndovinaDecimale(const QStringList& valori)
     return punto > virgola ? u'.' : u',';
 }
 
-std::optional<FormatoData> IndovinaFormatoData(const QStringList& valori)
+std::optional<FormatoData> IndovinaFormatoData(const QStringList& celle)
 {
+    // A footer or a subtotal in the date column reads in no format: it has no say.
+    QStringList valori;
+    for (const QString& v : celle)
+        for (int f = 0; f < kFormatiData; ++f)
+            if (LeggiData(v, static_cast<FormatoData>(f)).isValid()) {
+                valori.append(v);
+                break;
+            }
     std::optional<FormatoData> trovato;
     for (int f = 0; f < kFormatiData; ++f) {
         const auto formato = static_cast<FormatoData>(f);
         bool tutti = true, uno = false;
         for (const QString& v : valori) {
-            if (v.trimmed().isEmpty())
-                continue;
             uno = true;
             if (!LeggiData(v, formato).isValid()) {
                 tutti = false;

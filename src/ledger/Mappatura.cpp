@@ -16,9 +16,10 @@ constexpr qsizetype kRigheEsaminate = 200;
 
 Mappatura modello(const char* nome, QChar decimale, FormatoData formato,
                   std::initializer_list<std::pair<Campo, const char*>> colonne,
-                  std::initializer_list<std::pair<Parole, const char*>> parole)
+                  std::initializer_list<std::pair<Parole, const char*>> parole, bool recentiPrima = false)
 {
     Mappatura m;
+    m.recentiPrima = recentiPrima;
     m.nome = QString::fromUtf8(nome);
     m.decimale = decimale;
     m.formatoData = formato;
@@ -94,6 +95,14 @@ public:
     }
 
     bool haOra() const { return mappata(Campo::Ora); }
+    // Without a type column the quantity's sign decides only in a file that has negative quantities.
+    void GuardaQuantita(const platform::Tabella& righe, qsizetype da)
+    {
+        for (qsizetype i = da; i < righe.size() && !qtaConSegno_; ++i) {
+            const std::optional<double> q = numero(righe[i], Campo::Qta);
+            qtaConSegno_ = q && *q < 0;
+        }
+    }
 
     Lettura Leggi(const QStringList& celle, int riga) const
     {
@@ -131,7 +140,7 @@ public:
                                               : QStringLiteral("tipo non riconosciuto: %1").arg(completo);
                 return r;
             }
-        } else if (qta && *qta != 0) {
+        } else if (qtaConSegno_ && qta && *qta != 0) {
             eseguito = *qta > 0 ? QStringLiteral("Buy") : QStringLiteral("Sell");
         } else if (importo && *importo != 0) {
             eseguito = *importo < 0 ? QStringLiteral("Buy") : QStringLiteral("Sell");
@@ -156,7 +165,7 @@ public:
             MovimentoImportato mov;
             mov.data = quando.data;
             mov.tipo = movimento;
-            mov.importo = std::fabs(*importo);
+            mov.importo = *importo; // its sign is weighed once the whole file is read
             // The row's own words when it has no description.
             mov.descrizione = !titolo.isEmpty() ? titolo : !tipo.isEmpty() ? senzaApostrofi(tipo) : QStringLiteral(".");
             mov.riga = riga;
@@ -240,7 +249,34 @@ private:
     std::array<qsizetype, kCampi> idx_;
     std::array<QStringList, kParole> parole_;
     QString system_;
+    bool qtaConSegno_ = false;
 };
+
+bool entra(const QString& movimento) { return movimento == u"Versamento" || movimento == u"Dividendi"; }
+
+QString opposto(const QString& movimento)
+{
+    if (movimento == u"Versamento")
+        return QStringLiteral("Prelievo");
+    if (movimento == u"Prelievo")
+        return QStringLiteral("Versamento");
+    if (movimento == u"Dividendi")
+        return QStringLiteral("Costi di gestione");
+    return QStringLiteral("Dividendi");
+}
+
+// In a file whose movements carry signs, cash that moved against the row's kind (a tax given
+// back, a dividend taken back) is booked as the opposite kind, so that the balance moves as
+// the broker's cash did. Where every amount is positive the kind alone decides.
+void pesaSegni(QList<MovimentoImportato>& movimenti)
+{
+    const bool conSegno = std::any_of(movimenti.begin(), movimenti.end(), [](const auto& m) { return m.importo < 0; });
+    for (MovimentoImportato& m : movimenti) {
+        if (conSegno && (m.importo < 0) == entra(m.tipo))
+            m.tipo = opposto(m.tipo);
+        m.importo = std::fabs(m.importo);
+    }
+}
 
 // Where a row goes in among the others.
 struct Posto {
@@ -290,7 +326,8 @@ QList<Mappatura> ModelliPredefiniti()
                  {Campo::Titolo, "Descrizione"}, {Campo::Qta, "Quantità"}, {Campo::Importo, "Importo euro"}},
                 {{Parole::Acquisto, "Acquisto"}, {Parole::Vendita, "Vendita"}, {Parole::Versamento, "Conferimento con bonifico"},
                  {Parole::Dividendi, "Provento etf;Cedola obb.;Coupon certif."},
-                 {Parole::Costi, "Rit.provento etf;Rit.cedola obb.;Ritenuta su plusvalenza"}}),
+                 {Parole::Costi, "Rit.provento etf;Rit.cedola obb.;Ritenuta su plusvalenza"}},
+                true),
         modello("Fineco", u',', FormatoData::GgMmAaaa,
                 {{Campo::Data, "Operazione"}, {Campo::Tipo, "Descrizione"}, {Campo::Segno, "Segno"}, {Campo::Cod, "Isin"},
                  {Campo::Titolo, "Titolo"}, {Campo::Qta, "Quantita"}, {Campo::Importo, "Controvalore"}},
@@ -377,7 +414,8 @@ void IndovinaFormati(const platform::Tabella& righe, Mappatura& m)
 Staging Applica(const platform::Tabella& righe, const Mappatura& m, const QString& system)
 {
     Staging s;
-    const Lettore lettore(m, rigaIntestazione(righe, m), system);
+    Lettore lettore(m, rigaIntestazione(righe, m), system);
+    lettore.GuardaQuantita(righe, std::max(m.rigaIntestazione, 1));
     QList<Posto> postiEseguiti, postiMovimenti;
     QList<QDate> date; // in the file's order, for its direction
     bool ore = lettore.haOra();
@@ -403,7 +441,7 @@ Staging Applica(const platform::Tabella& righe, const Mappatura& m, const QStrin
         scendono += date[i] < date[i - 1];
         salgono += date[i] > date[i - 1];
     }
-    const bool rovescia = !ore && scendono > salgono;
+    const bool rovescia = !ore && (scendono > salgono || (scendono == 0 && salgono == 0 && m.recentiPrima));
     for (QList<Posto>* posti : {&postiEseguiti, &postiMovimenti})
         for (Posto& p : *posti) {
             if (!ore)
@@ -413,6 +451,7 @@ Staging Applica(const platform::Tabella& righe, const Mappatura& m, const QStrin
         }
     ordina(s.eseguiti, postiEseguiti);
     ordina(s.movimenti, postiMovimenti);
+    pesaSegni(s.movimenti);
     return s;
 }
 

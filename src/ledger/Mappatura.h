@@ -28,6 +28,8 @@ struct Mappatura {
     FormatoData formatoData = FormatoData::GgMmAaaa;
     std::array<QString, kCampi> colonne; // header text of each field's column, empty for none
     std::array<QString, kParole> parole; // values separated by ";", compared without case
+    // The broker lists newest first: a file whose dates give no direction (one day) is reversed.
+    bool recentiPrima = false;
 
     QString& colonna(Campo c) { return colonne[static_cast<std::size_t>(c)]; }
     const QString& colonna(Campo c) const { return colonne[static_cast<std::size_t>(c)]; }

@@ -42,6 +42,7 @@ QList<Mappatura> CaricaModelli(store::Database& dbSet)
             m.colonne[static_cast<std::size_t>(c)] = r.Text(QString::fromLatin1(kColonneCampi[c]));
         for (int p = 0; p < kParole; ++p)
             m.parole[static_cast<std::size_t>(p)] = r.Text(QString::fromLatin1(kColonneParole[p]));
+        m.recentiPrima = r.Number(QStringLiteral("RecentiPrima")) != 0;
         modelli.append(m);
         r.MoveNext();
     }
@@ -65,6 +66,8 @@ void SalvaModello(store::Database& dbSet, const Mappatura& m)
         colonne << QString::fromLatin1(kColonneParole[p]);
         valori << letterale(m.parole[static_cast<std::size_t>(p)]);
     }
+    colonne << QStringLiteral("RecentiPrima");
+    valori << QString::number(m.recentiPrima ? 1 : 0);
     store::Transaction tx(dbSet);
     dbSet.Execute(QStringLiteral("DELETE * FROM ModelliImportazione WHERE Nome = ") + letterale(m.nome));
     dbSet.Execute(QStringLiteral("INSERT INTO ModelliImportazione (") + colonne.join(QStringLiteral(", ")) + QStringLiteral(") VALUES (")

@@ -153,6 +153,8 @@ TEST(LetturaValori, NumbersDatesTimesAndTheirGuesses)
     EXPECT_EQ(IndovinaFormatoData({"20240315"}), FormatoData::AaaaMmGgUnito);
     EXPECT_EQ(IndovinaFormatoData({"01/04/2024", "05/06/2024"}), std::nullopt); // day or month first
     EXPECT_EQ(IndovinaFormatoData({"15/03/2024", "2024-03-15"}), std::nullopt);
+    // A footer in the date column has no say: without it 31/12 would be skipped and 4 March read as 3 April.
+    EXPECT_EQ(IndovinaFormatoData({"12/31/2024", "03/04/2024", "Total"}), FormatoData::MmGgAaaa);
 }
 
 TEST(Mappatura, DirectaNewestFirstWithMoneyRows)
@@ -254,6 +256,42 @@ TEST(Mappatura, OrderFollowsTheFilesDirectionWithinADay)
     EXPECT_EQ(ordine("d,t,c,q,p\n01/01/2024,compra,A,1,1\n01/01/2024,vende,B,1,1\n03/01/2024,compra,C,1,1\n"
                      "02/01/2024,compra,D,1,1\n04/01/2024,compra,E,1,1\n"),
               "A B D C E");
+    // One day gives no direction: the file's order, unless the broker is known to list newest first.
+    const char* giorno = "d,t,c,q,p\n02/01/2024,vende,B,1,1\n02/01/2024,compra,A,1,1\n";
+    EXPECT_EQ(ordine(giorno), "B A");
+    m.recentiPrima = true;
+    EXPECT_EQ(ordine(giorno), "A B");
+    EXPECT_TRUE(ModelliPredefiniti().value(0).recentiPrima); // Directa
+}
+
+// The balance moves as the broker's cash moved; without a type column the amount's sign
+// decides where quantities are never negative.
+TEST(Mappatura, SignsOfMoneyAndOfTradesWithoutAType)
+{
+    Mappatura m;
+    m.colonna(Campo::Data) = "d";
+    m.colonna(Campo::Tipo) = "t";
+    m.colonna(Campo::Importo) = "i";
+    m.lista(Parole::Costi) = "Ritenuta";
+    m.lista(Parole::Dividendi) = "Provento";
+    m.lista(Parole::Versamento) = "Bonifico";
+    const Staging s = Applica(platform::DividiCampi("d,t,i\n01/03/2024,Ritenuta,-5\n02/03/2024,Ritenuta,25\n"
+                                                    "03/03/2024,Provento,-8.1\n04/03/2024,Bonifico,1000\n",
+                                                    u','),
+                              m, "S");
+    EXPECT_EQ(movimenti(s), (QStringList{"01/03/2024|Costi di gestione|5|Ritenuta", "02/03/2024|Dividendi|25|Ritenuta",
+                                         "03/03/2024|Costi di gestione|8.1|Provento", "04/03/2024|Versamento|1000|Bonifico"}));
+    // Where every amount is positive the kind alone decides.
+    const Staging p = Applica(platform::DividiCampi("d,t,i\n01/03/2024,Ritenuta,5\n", u','), m, "S");
+    EXPECT_EQ(movimenti(p), QStringList{"01/03/2024|Costi di gestione|5|Ritenuta"});
+
+    Mappatura n;
+    n.colonna(Campo::Data) = "d";
+    n.colonna(Campo::Cod) = "c";
+    n.colonna(Campo::Qta) = "q";
+    n.colonna(Campo::Importo) = "i";
+    const Staging t = Applica(platform::DividiCampi("d,c,q,i\n01/03/2024,ENI,10,-150\n02/03/2024,ENI,10,160\n", u','), n, "S");
+    EXPECT_EQ(eseguiti(t), (QStringList{"01/03/2024|Buy|S|ENI|ND|10|15|NE|15", "02/03/2024|Sell|S|ENI|ND|10|16|NE|16"}));
 }
 
 TEST(Mappatura, SheetCellsBecomeTextTheMappingReads)
