@@ -383,7 +383,7 @@ std::optional<Riconoscimento> RiconosciModello(const platform::Tabella& righe, c
     return std::nullopt;
 }
 
-void IndovinaFormati(const platform::Tabella& righe, Mappatura& m)
+void IndovinaFormati(const platform::Tabella& righe, Mappatura& m, bool foglio)
 {
     const auto idx = indici(rigaIntestazione(righe, m), m);
     const qsizetype fine = std::min(righe.size(), m.rigaIntestazione + kRigheEsaminate);
@@ -407,6 +407,8 @@ void IndovinaFormati(const platform::Tabella& righe, Mappatura& m)
     }
     if (const std::optional<QChar> d = IndovinaDecimale(numeri))
         m.decimale = *d;
+    else if (foglio)
+        m.decimale = u'.'; // a sheet's number cells come as text with a point ("1520.123")
     if (const std::optional<FormatoData> f = IndovinaFormatoData(date))
         m.formatoData = *f;
 }

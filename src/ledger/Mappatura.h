@@ -52,8 +52,8 @@ std::optional<Riconoscimento> RiconosciModello(const platform::Tabella& righe, c
 QStringList Intestazione(const QStringList& riga);
 
 // Decimal separator and date format from the values below the header, where they leave
-// no doubt; otherwise the mapping's stay.
-void IndovinaFormati(const platform::Tabella& righe, Mappatura& m);
+// no doubt; otherwise the mapping's stay, but a workbook's sheet keeps the point of its numbers.
+void IndovinaFormati(const platform::Tabella& righe, Mappatura& m, bool foglio = false);
 
 // The rows below the header line as trades for the system, movements and skipped rows,
 // trades and movements in the order they go in.

@@ -289,7 +289,7 @@ void frmImportazioneGuidata::riconosci()
         mappa_.rigaIntestazione = static_cast<int>(platform::IndovinaIntestazione(file_.Righe()) + 1);
     }
     mappa_.separatore = file_.Separatore();
-    ledger::IndovinaFormati(file_.Righe(), mappa_);
+    ledger::IndovinaFormati(file_.Righe(), mappa_, file_.Foglio());
 }
 
 void frmImportazioneGuidata::usaModello(const Mappatura& m)
@@ -307,7 +307,7 @@ void frmImportazioneGuidata::usaModello(const Mappatura& m)
         mappa_.rigaIntestazione = r && r->modello.nome == m.nome ? r->modello.rigaIntestazione : riga;
     }
     mappa_.separatore = file_.Separatore();
-    ledger::IndovinaFormati(file_.Righe(), mappa_);
+    ledger::IndovinaFormati(file_.Righe(), mappa_, file_.Foglio());
     mostra();
     anteprima();
 }
@@ -397,7 +397,7 @@ void frmImportazioneGuidata::leggiControlli(bool formati)
     mappa_.formatoData = static_cast<ledger::FormatoData>(cmb_FormatoData_->currentIndex());
     if (formati) {
         // A newly chosen column may tell the formats that nothing told before.
-        ledger::IndovinaFormati(file_.Righe(), mappa_);
+        ledger::IndovinaFormati(file_.Righe(), mappa_, file_.Foglio());
         mostrando_ = true;
         cmb_Decimale_->setCurrentText(QString(mappa_.decimale));
         cmb_FormatoData_->setCurrentIndex(static_cast<int>(mappa_.formatoData));
@@ -411,7 +411,7 @@ void frmImportazioneGuidata::spn_Intestazione_Change()
     if (mostrando_)
         return;
     mappa_.rigaIntestazione = spn_Intestazione_->value();
-    ledger::IndovinaFormati(file_.Righe(), mappa_);
+    ledger::IndovinaFormati(file_.Righe(), mappa_, file_.Foglio());
     mostra();
     anteprima();
 }
@@ -424,7 +424,7 @@ void frmImportazioneGuidata::cmb_Separatore_Click()
     mappa_.separatore = file_.Separatore();
     spn_Intestazione_->setMaximum(std::max<int>(1, static_cast<int>(file_.Righe().size())));
     mappa_.rigaIntestazione = std::min(mappa_.rigaIntestazione, spn_Intestazione_->maximum());
-    ledger::IndovinaFormati(file_.Righe(), mappa_);
+    ledger::IndovinaFormati(file_.Righe(), mappa_, file_.Foglio());
     mostra();
     anteprima();
 }

@@ -335,6 +335,15 @@ TEST(FileBroker, AWorkbooksFirstSheetIsMappedAsATextFileWouldBe)
     EXPECT_EQ(m.rigaIntestazione, 3);
     EXPECT_EQ(m.formatoData, FormatoData::AaaaMmGg); // the cells' dates, whatever the model says
     EXPECT_EQ(eseguiti(Applica(f.Righe(), m, "DAY")), QStringList{"04/03/2024|Sell|DAY|US0378331005|ND|4|1234.5679|NE|1234.5679"});
+
+    // A model with the decimal comma keeps a sheet's point where no number tells (1520.123 could be either).
+    Mappatura virgola;
+    virgola.decimale = u',';
+    virgola.colonna(Campo::Qta) = "Quantita";
+    IndovinaFormati(Tabella{{"Quantita"}, {"1520.123"}}, virgola);
+    EXPECT_EQ(virgola.decimale, u','); // a text file: the model's
+    IndovinaFormati(Tabella{{"Quantita"}, {"1520.123"}}, virgola, true);
+    EXPECT_EQ(virgola.decimale, u'.');
 }
 
 TEST(FileBroker, AFileThatCantBeReadSaysWhy)
