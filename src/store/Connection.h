@@ -22,6 +22,9 @@ struct PreparedShape {
     std::shared_ptr<const std::vector<QString>> names;
     std::vector<bool> dateColumns;
     std::shared_ptr<const std::vector<bool>> realColumns; // declared REAL: texts are read as numbers on update
+    // Size of the last snapshot, to allocate the next one at once.
+    std::size_t lastCells = 0;
+    std::size_t lastTextBytes = 0;
 };
 
 struct Connection {

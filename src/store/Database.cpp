@@ -3,6 +3,8 @@
 #include "store/Connection.h"
 
 #include <QFile>
+
+#include <algorithm>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -292,7 +294,65 @@ void Database::Execute(const QString& sql)
         conn_->clearCache();
 }
 
-Recordset Database::OpenRecordset(const QString& sql)
+Recordset Database::OpenRecordset(const QString& sql) { return openRecordset(sql, false); }
+Recordset Database::OpenRecordsetPlain(const QString& sql) { return openRecordset(sql, true); }
+
+namespace {
+// One row through the column getters, each of which checks the statement on its own.
+void readRowPlain(sqlite3_stmt* st, int first, int n, const std::vector<bool>& isDate, RowStore& rows)
+{
+    for (int c = first; c < n; ++c) {
+        switch (sqlite3_column_type(st, c)) {
+        case SQLITE_INTEGER:
+            rows.AddInteger(sqlite3_column_int64(st, c));
+            break;
+        case SQLITE_FLOAT:
+            rows.AddReal(sqlite3_column_double(st, c));
+            break;
+        case SQLITE_TEXT:
+            rows.AddText(reinterpret_cast<const char*>(sqlite3_column_text(st, c)), sqlite3_column_bytes(st, c),
+                         isDate[static_cast<std::size_t>(c - first)]);
+            break;
+        case SQLITE_BLOB:
+            rows.AddBlob(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c));
+            break;
+        default:
+            rows.AddNull();
+        }
+    }
+}
+
+// The same row, one getter call per cell: the value is read in place, on this thread, before
+// the next step (the connection is opened without mutexes and used by one thread).
+void readRow(sqlite3_stmt* st, int first, int n, const std::vector<bool>& isDate, RowStore& rows)
+{
+    for (int c = first; c < n; ++c) {
+        sqlite3_value* v = sqlite3_column_value(st, c);
+        switch (sqlite3_value_type(v)) {
+        case SQLITE_INTEGER:
+            rows.AddInteger(sqlite3_value_int64(v));
+            break;
+        case SQLITE_FLOAT:
+            rows.AddReal(sqlite3_value_double(v));
+            break;
+        case SQLITE_TEXT: {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(v));
+            rows.AddText(text, sqlite3_value_bytes(v), isDate[static_cast<std::size_t>(c - first)]);
+            break;
+        }
+        case SQLITE_BLOB: {
+            const auto* blob = static_cast<const char*>(sqlite3_value_blob(v));
+            rows.AddBlob(blob, sqlite3_value_bytes(v));
+            break;
+        }
+        default:
+            rows.AddNull();
+        }
+    }
+}
+} // namespace
+
+Recordset Database::openRecordset(const QString& sql, bool plain)
 {
     if (!conn_)
         throw DbError(QStringLiteral("Oggetto non valido o non impostato."), sql);
@@ -325,31 +385,23 @@ Recordset Database::OpenRecordset(const QString& sql)
     rs.realColumns_ = shape.realColumns;
     const std::vector<bool>& isDate = shape.dateColumns;
     rs.rows_.SetColumns(n - first);
+    // A little more than last time: a snapshot mostly grows by a row or two.
+    const std::size_t cells = shape.lastCells + shape.lastCells / 8;
+    rs.rows_.Reserve(cells, shape.lastTextBytes + shape.lastTextBytes / 8);
+    if (first)
+        rs.rowids_.reserve(cells / static_cast<std::size_t>(std::max(1, n - first)));
     int rc;
     while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
         if (first)
             rs.rowids_.push_back(sqlite3_column_int64(st, 0));
-        for (int c = first; c < n; ++c) {
-            switch (sqlite3_column_type(st, c)) {
-            case SQLITE_INTEGER:
-                rs.rows_.AddInteger(sqlite3_column_int64(st, c));
-                break;
-            case SQLITE_FLOAT:
-                rs.rows_.AddReal(sqlite3_column_double(st, c));
-                break;
-            case SQLITE_TEXT:
-                rs.rows_.AddText(reinterpret_cast<const char*>(sqlite3_column_text(st, c)), sqlite3_column_bytes(st, c),
-                                 isDate[static_cast<std::size_t>(c - first)]);
-                break;
-            case SQLITE_BLOB:
-                rs.rows_.AddBlob(static_cast<const char*>(sqlite3_column_blob(st, c)), sqlite3_column_bytes(st, c));
-                break;
-            default:
-                rs.rows_.AddNull();
-            }
-        }
+        if (plain)
+            readRowPlain(st, first, n, isDate, rs.rows_);
+        else
+            readRow(st, first, n, isDate, rs.rows_);
         rs.rows_.EndRow();
     }
+    shape.lastCells = rs.rows_.Cells();
+    shape.lastTextBytes = rs.rows_.TextBytes();
     sqlite3_reset(st);
     if (rc != SQLITE_DONE)
         conn_->fail(sql);

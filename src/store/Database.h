@@ -30,6 +30,9 @@ public:
 
     void Execute(const QString& sql);
     Recordset OpenRecordset(const QString& sql);
+    // The same snapshot read through one getter per cell and kind: the plain reading the
+    // usual one is checked against.
+    Recordset OpenRecordsetPlain(const QString& sql);
     // A cursor that reads the rows in place as it moves, for long walks that only read.
     ForwardOnly OpenForwardOnly(const QString& sql);
 
@@ -46,6 +49,7 @@ public:
     std::shared_ptr<Connection> connection() const { return conn_; }
 
 private:
+    Recordset openRecordset(const QString& sql, bool plain);
     std::shared_ptr<Connection> conn_;
 };
 

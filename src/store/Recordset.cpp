@@ -33,13 +33,13 @@ QVariant RowStore::Value(int row, int column) const
     switch (c.kind) {
     case Integer: return static_cast<qlonglong>(c.integer);
     case Real: return c.real;
-    case Text: return QString::fromUtf8(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+    case Text: return QString::fromUtf8(text_.data() + c.integer, static_cast<qsizetype>(c.bytes));
     case Date: {
-        const QString t = QString::fromLatin1(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+        const QString t = QString::fromLatin1(text_.data() + c.integer, static_cast<qsizetype>(c.bytes));
         const QDate d = QDate::fromString(t, Qt::ISODate);
         return d.isValid() ? QVariant(d) : QVariant(t);
     }
-    case Blob: return QByteArray(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+    case Blob: return QByteArray(text_.data() + c.integer, static_cast<qsizetype>(c.bytes));
     default: return {};
     }
 }
@@ -62,7 +62,7 @@ bool RowStore::PlainText(int row, int column, QString* out) const
 {
     const Cell& c = cells_[static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) + static_cast<std::size_t>(column)];
     if (c.kind == Text)
-        *out = QString::fromUtf8(text_.constData() + c.integer, static_cast<qsizetype>(c.real));
+        *out = QString::fromUtf8(text_.data() + c.integer, static_cast<qsizetype>(c.bytes));
     else if (c.kind == Null)
         out->clear();
     else
@@ -98,18 +98,18 @@ void RowStore::encode(Cell& cell, const QVariant& v)
     case QMetaType::QByteArray: {
         const QByteArray b = v.toByteArray();
         cell.kind = Blob;
-        cell.integer = text_.size();
-        cell.real = static_cast<double>(b.size());
-        text_ += b;
+        cell.integer = static_cast<qint64>(text_.size());
+        cell.bytes = static_cast<quint32>(b.size());
+        text_.append(b.constData(), static_cast<std::size_t>(b.size()));
         return;
     }
     default: {
         const bool date = v.typeId() == QMetaType::QDate;
         const QByteArray b = date ? v.toDate().toString(Qt::ISODate).toLatin1() : v.toString().toUtf8();
         cell.kind = date ? Date : Text;
-        cell.integer = text_.size();
-        cell.real = static_cast<double>(b.size());
-        text_ += b;
+        cell.integer = static_cast<qint64>(text_.size());
+        cell.bytes = static_cast<quint32>(b.size());
+        text_.append(b.constData(), static_cast<std::size_t>(b.size()));
     }
     }
 }
@@ -131,20 +131,46 @@ void RowStore::Erase(int row)
     cells_.erase(first, first + columns_);
 }
 
-void RowStore::AddNull() { cells_.push_back(Cell{}); }
-void RowStore::AddInteger(qint64 v) { cells_.push_back(Cell{Integer, v, 0}); }
-void RowStore::AddReal(double v) { cells_.push_back(Cell{Real, 0, v}); }
+void RowStore::Reserve(std::size_t cells, std::size_t textBytes)
+{
+    cells_.reserve(cells);
+    text_.reserve(textBytes);
+}
+
+void RowStore::AddNull() { cells_.emplace_back(); }
+
+void RowStore::AddInteger(qint64 v)
+{
+    Cell& c = cells_.emplace_back();
+    c.kind = Integer;
+    c.integer = v;
+}
+
+void RowStore::AddReal(double v)
+{
+    Cell& c = cells_.emplace_back();
+    c.kind = Real;
+    c.real = v;
+}
 
 void RowStore::AddText(const char* utf8, int bytes, bool date)
 {
-    cells_.push_back(Cell{date ? Date : Text, text_.size(), static_cast<double>(bytes)});
-    text_.append(utf8, bytes);
+    Cell& c = cells_.emplace_back();
+    c.kind = date ? Date : Text;
+    c.integer = static_cast<qint64>(text_.size());
+    c.bytes = static_cast<quint32>(bytes);
+    if (bytes > 0)
+        text_.append(utf8, static_cast<std::size_t>(bytes));
 }
 
 void RowStore::AddBlob(const char* data, int bytes)
 {
-    cells_.push_back(Cell{Blob, text_.size(), static_cast<double>(bytes)});
-    text_.append(data, bytes);
+    Cell& c = cells_.emplace_back();
+    c.kind = Blob;
+    c.integer = static_cast<qint64>(text_.size());
+    c.bytes = static_cast<quint32>(bytes);
+    if (bytes > 0)
+        text_.append(data, static_cast<std::size_t>(bytes));
 }
 
 bool Recordset::Eof() const { return rows_.Empty() || pos_ >= rows_.Size(); }

@@ -4,6 +4,7 @@
 #include <QVariant>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace store {
@@ -25,6 +26,11 @@ public:
     void SetRow(int row, const std::vector<QVariant>& values);
     void Erase(int row);
 
+    // Room for what the last snapshot of the same statement held.
+    void Reserve(std::size_t cells, std::size_t textBytes);
+    std::size_t Cells() const { return cells_.size(); }
+    std::size_t TextBytes() const { return text_.size(); }
+
     void AddNull();
     void AddInteger(qint64 v);
     void AddReal(double v);
@@ -36,14 +42,17 @@ private:
     enum Kind : unsigned char { Null, Integer, Real, Text, Date, Blob };
     struct Cell {
         Kind kind = Null;
-        qint64 integer = 0; // also the offset of a text in the buffer
-        double real = 0;    // also the length of a text
+        quint32 bytes = 0; // length of a text or blob
+        union {
+            qint64 integer = 0; // also the offset of a text in the buffer
+            double real;
+        };
     };
     void encode(Cell& cell, const QVariant& value);
     int columns_ = 0;
     int rows_ = 0; // rows of a cursor with no columns
     std::vector<Cell> cells_;
-    QByteArray text_;
+    std::string text_;
 };
 
 // A snapshot cursor: the rows as they were when it was opened.
