@@ -1,12 +1,9 @@
 // The guided import window as the trader uses it: a broker's file opened, a model chosen
 // by itself, columns and words changed by hand, a model saved and found again.
 #include "ledger/frmImportazioneGuidata.h"
-#include "app/MDIForm1.h"
-#include "support/Gui.h"
-#include "support/Utente.h"
+#include "support/Programma.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -101,12 +98,8 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     QByteArray righe = "Estratto conto\r\n\r\nGiorno;Operazione;Strumento;Pezzi;Prezzo;Valuta\r\n"
                        "15/03/2024;C;ENI;100;15,234;EUR\r\n16/03/2024;V;ENI;100;16,1;EUR\r\n";
     const QString primo = path("mia-banca.csv"), secondo = path("mia-banca-aprile.txt");
-    for (const QString& p : {primo, secondo}) {
-        QFile f(p);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(righe);
-        righe.replace("/03/2024", "/04/2024");
-    }
+    WriteFile(primo, righe);
+    WriteFile(secondo, righe.replace("/03/2024", "/04/2024"));
     apri(primo);
     EXPECT_EQ(testo("cmb_Modello"), "Personalizzato");
     EXPECT_EQ(c<QSpinBox>("spn_Intestazione")->value(), 3);
