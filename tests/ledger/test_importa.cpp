@@ -11,13 +11,11 @@
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
@@ -71,14 +69,7 @@ protected:
         ASSERT_EQ(found.size(), 1) << name.toStdString();
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualItemRect(found.front()).center());
     }
-    void formato(int index)
-    {
-        auto* combo = c<QComboBox>("Combo1");
-        QTest::mouseClick(combo->lineEdit(), Qt::LeftButton);
-        QAbstractItemView* view = combo->view();
-        ASSERT_TRUE(view->isVisible());
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(index, 0)).center());
-    }
+    void formato(int index) { ChooseInCombo(c<QComboBox>("Combo1"), c<QComboBox>("Combo1")->itemText(index)); }
     void ok() { QTest::mouseClick(c<QPushButton>("cmd_Ok"), Qt::LeftButton); }
     QStringList anteprima()
     {
