@@ -2,7 +2,6 @@
 #include "app/ComandiAttivi.h"
 #include "support/Programma.h"
 
-#include <QFile>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -149,15 +148,12 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 {
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
 
-    QFile text(path("testo.qvp"));
-    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
-    text.write("questo non e' un database\n");
-    text.close();
-    const QByteArray before = FileBytes(text.fileName());
-    open(text.fileName());
+    const QString text = WriteFile(path("testo.qvp"), "questo non e' un database\n");
+    const QByteArray before = FileBytes(text);
+    open(text);
     EXPECT_EQ(dbExe.Path(), path("DataExe.qvd")); // nothing changed
     EXPECT_EQ(frame->windowTitle(), "Quorvel - Quorvel1");
-    EXPECT_EQ(FileBytes(text.fileName()), before);
+    EXPECT_EQ(FileBytes(text), before);
 
     // A portfolio missing a table: Open ends silently at the replay, Open last reports the failure.
     const QString broken = path("rotto.qvp");
@@ -195,9 +191,7 @@ TEST_F(PortfolioFilesTest, BadFilesEndSilentlyOrInTheFailureReport)
 TEST_F(PortfolioFilesTest, SaveAsOntoAnUnwritableTargetLeavesThePortfolioClosed)
 {
     // A folder that is a file: not even root can create a file in it.
-    QFile blocco(path("blocco"));
-    ASSERT_TRUE(blocco.open(QIODevice::WriteOnly));
-    blocco.close();
+    WriteFile(path("blocco"), {});
     saveAs(path("blocco/copia.qvp"));
     EXPECT_FALSE(dbExe.IsOpen());
     EXPECT_THROW(frame->ControlloMenu(), store::DbError);

@@ -159,10 +159,7 @@ TEST_F(StartupTest, LaterStartsKeepTheSettingsAndShowTheLastFile)
 
 TEST_F(StartupTest, DamagedSettingsFileCannotStart)
 {
-    QFile f(dir.filePath("DataSet.qvd"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("non un database");
-    f.close();
+    WriteFile(dir.filePath("DataSet.qvd"), "non un database");
     EXPECT_THROW(Module1::Main(dir.path()), store::DbError);
 }
 

@@ -204,13 +204,7 @@ protected:
         // A check box takes clicks on its box and caption, not on the rest of its row.
         QTest::mouseClick(b, Qt::LeftButton, {}, qobject_cast<QCheckBox*>(b) ? QPoint(8, b->height() / 2) : b->rect().center());
     }
-    static QString etichette(QWidget* w)
-    {
-        QStringList out;
-        for (const char* name : {"lab_Operazionichiuse", "lab_Eseguiti", "lab_Portafoglio"})
-            out << w->findChild<QLabel*>(name)->text();
-        return out.join('|');
-    }
+    static QString etichette(QWidget* w) { return Etichette(w, {"lab_Operazionichiuse", "lab_Eseguiti", "lab_Portafoglio"}); }
     static bool aperta() { return platform::Forms::Find("frmEsporta") != nullptr; }
 
     QString titolo, domanda;
@@ -357,9 +351,7 @@ TEST_F(EsportaTest, WorkbookCountsOnTheLabelsAndTheBarNeverReset)
 TEST_F(EsportaTest, ReplaceQuestionNoKeepsTheFileYesReplacesIt)
 {
     const QString file = path("dati.csv");
-    QFile old(file);
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly) && old.write("vecchio") == 7);
-    old.close();
+    WriteFile(file, "vecchio");
     esporta({"chk_Eseguiti"}, file, 3, "No", [&](QWidget* w) {
         EXPECT_TRUE(w->isVisible());
         EXPECT_EQ(etichette(w), "||");

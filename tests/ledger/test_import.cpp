@@ -2,15 +2,13 @@
 #include "ledger/FoglioEseguiti.h"
 #include "ledger/Import.h"
 
+#include "support/Cartella.h"
 #include "support/Fixture.h"
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include "platform/Numbers.h"
-
-#include <xlsxwriter.h>
 
 #include <gtest/gtest.h>
 
@@ -26,14 +24,7 @@ const QByteArray kIntestazione = "Account,Time,Exchange,Route,Side,Qty,Symbol,Pr
 class ImportTest : public ::testing::Test {
 protected:
     void SetUp() override { exe.Open(folder.NewPortfolio()); }
-    QString file(const QString& name, const QByteArray& bytes)
-    {
-        const QString path = QDir(files.path()).filePath(name);
-        QFile f(path);
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return path;
-    }
+    QString file(const QString& name, const QByteArray& bytes) { return WriteFile(QDir(files.path()).filePath(name), bytes); }
     QStringList staged() { return Rows(exe, "SELECT Data, Tipo, Qta, Cod, Titolo, Prezzo, System FROM EseguitiTemp"); }
     QStringList eseguiti()
     {
@@ -308,38 +299,14 @@ TEST(ImportaVeloce, SameRowsIdsQuestionsFailuresAndTablesAsRowByRow)
 
 namespace {
 
-// An "Eseguiti" sheet as the export lays it out, with the rows given as texts
-// ("" an empty cell, "#n" a number, "@dd/mm/yyyy" a date cell).
+// An "Eseguiti" sheet as the export lays it out, with these rows below its title and header.
 QString foglioEseguiti(const QTemporaryDir& dir, const char* nome, const QList<QStringList>& righe,
                        const char* intestazione4 = "Codice")
 {
-    const QString path = QDir(dir.path()).filePath(QString::fromLatin1(nome));
-    lxw_workbook* wb = workbook_new(path.toUtf8().constData());
-    lxw_worksheet* ws = workbook_add_worksheet(wb, "Eseguiti");
-    lxw_format* data = workbook_add_format(wb);
-    format_set_num_format(data, "dd/mm/yy");
-    const QStringList intestazioni = {"Data", "Tipo", "System", intestazione4, "Titolo", "Quantità", "Prezzo", "Errore",
-                                      "Prezzo ottimale"};
-    worksheet_write_string(ws, 0, 3, "Quorvel Tabella eseguiti", nullptr);
-    for (int c = 0; c < intestazioni.size(); ++c)
-        worksheet_write_string(ws, 1, static_cast<lxw_col_t>(c), intestazioni[c].toUtf8().constData(), nullptr);
-    for (int r = 0; r < righe.size(); ++r)
-        for (int c = 0; c < righe[r].size(); ++c) {
-            const QString& v = righe[r][c];
-            const auto rr = static_cast<lxw_row_t>(r + 2);
-            const auto cc = static_cast<lxw_col_t>(c);
-            if (v.startsWith('#')) {
-                worksheet_write_number(ws, rr, cc, v.mid(1).toDouble(), nullptr);
-            } else if (v.startsWith('@')) {
-                const QDate d = num::ParseShortDate(v.mid(1));
-                lxw_datetime dt = {d.year(), d.month(), d.day(), 0, 0, 0};
-                worksheet_write_datetime(ws, rr, cc, &dt, data);
-            } else if (!v.isEmpty()) {
-                worksheet_write_string(ws, rr, cc, v.toUtf8().constData(), nullptr);
-            }
-        }
-    EXPECT_EQ(workbook_close(wb), LXW_NO_ERROR);
-    return path;
+    const QList<QStringList> testa = {
+        {"", "", "", "Quorvel Tabella eseguiti"},
+        {"Data", "Tipo", "System", intestazione4, "Titolo", "Quantità", "Prezzo", "Errore", "Prezzo ottimale"}};
+    return WriteWorkbook(QDir(dir.path()).filePath(nome), {{"Eseguiti", testa + righe}});
 }
 
 } // namespace

@@ -7,22 +7,19 @@
 #include "store/Delivered.h"
 #include "platform/FileLists.h"
 #include "platform/Forms.h"
+#include "support/Cartella.h"
 #include "support/Fixture.h"
 #include "support/Gui.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
-
-#include <xlsxwriter.h>
 
 #include <gtest/gtest.h>
 
@@ -46,12 +43,7 @@ protected:
         EXPECT_TRUE(risposte.isEmpty()) << risposte.join(',').toStdString();
         ProgramTest::TearDown();
     }
-    void scrivi(const QString& name, const QByteArray& bytes)
-    {
-        QFile f(cartella.filePath(name));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
+    void scrivi(const QString& name, const QByteArray& bytes) { WriteFile(cartella.filePath(name), bytes); }
     // Opens the window on the folder of day files.
     void apri()
     {
@@ -77,30 +69,7 @@ protected:
         ASSERT_EQ(found.size(), 1) << name.toStdString();
         QTest::mouseClick(list()->viewport(), Qt::LeftButton, {}, list()->visualItemRect(found.front()).center());
     }
-    void formato(int index)
-    {
-        auto* combo = c<QComboBox>("Combo1");
-        QTest::mouseClick(combo->lineEdit(), Qt::LeftButton);
-        QAbstractItemView* view = combo->view();
-        ASSERT_TRUE(view->isVisible());
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(view->model()->index(index, 0)).center());
-    }
-    // Double clicks a cell of the preview and types over it; the delegate commits on the next turn of the loop.
-    void modificaCella(int column, const QString& text)
-    {
-        auto* grid = c<QTableView>("DBGrid1");
-        FlushDeletes(); // an earlier editor
-        // A user's double click: a click, then the second press arriving as a double click.
-        const QPoint at = grid->visualRect(grid->model()->index(0, column)).center();
-        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, at);
-        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, at);
-        QWidget* editor = grid->findChild<QLineEdit*>();
-        ASSERT_TRUE(editor && editor->isVisible());
-        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(editor, text);
-        QTest::keyClick(editor, Qt::Key_Return);
-        QCoreApplication::processEvents();
-    }
+    void formato(int index) { ChooseInCombo(c<QComboBox>("Combo1"), c<QComboBox>("Combo1")->itemText(index)); }
     void ok() { QTest::mouseClick(c<QPushButton>("cmd_Ok"), Qt::LeftButton); }
     QStringList anteprima()
     {
@@ -244,11 +213,7 @@ TEST_F(ImportaTest, BadFilesNothingToImportAndAnnullaKeepTheLedger)
 TEST_F(ImportaTest, OtherFormatsTheSheetProbeAndAnEditedPreview)
 {
     scrivi("RT_20030117.csv", kIntestazione + "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n");
-    const QString libro = cartella.filePath("chiuse.xlsx");
-    lxw_workbook* wb = workbook_new(libro.toUtf8().constData());
-    lxw_worksheet* ws = workbook_add_worksheet(wb, nullptr);
-    worksheet_write_string(ws, 1, 0, "Data", nullptr);
-    ASSERT_EQ(workbook_close(wb), LXW_NO_ERROR);
+    const QString libro = WriteWorkbook(cartella.filePath("chiuse.xlsx"), {{"Foglio1", {{}, {"Data"}}}});
     const QByteArray libroPrima = FileBytes(libro);
     apri();
 
@@ -267,10 +232,10 @@ TEST_F(ImportaTest, OtherFormatsTheSheetProbeAndAnEditedPreview)
     spunta("RT_20030117.csv");
     // A cell of the preview is edited where it stands; a value the column can't hold is refused.
     rispondi({"OK"});
-    modificaCella(5, "cento");
+    ScriviCella(c<QTableView>("DBGrid1"), 0, 5, "cento");
     EXPECT_EQ(visti.last(), QString::number(QMessageBox::Warning) + "|Valore non valido: cento");
     EXPECT_EQ(anteprima(), QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5"});
-    modificaCella(0, "18/01/2003");
+    ScriviCella(c<QTableView>("DBGrid1"), 0, 0, "18/01/2003");
     EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Qta FROM EseguitiTemp"), QStringList{"18/01/2003|100"});
 
     // The import parses the files afresh: the preview's edits don't travel.

@@ -9,7 +9,6 @@
 #include "support/Gui.h"
 
 #include <QDir>
-#include <QFile>
 #include <QPlainTextEdit>
 #include <QTest>
 
@@ -23,14 +22,12 @@ TEST_F(ProgramTest, AReplayFailingOnAnImportedRowLeavesThePortfolioAsBefore)
     AddTrade(Module1::dbExe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10);
     frame->ControlloMenu();
     QTemporaryDir giorni;
-    QFile f(QDir(giorni.path()).filePath("RT_20030117.csv"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
     // A buy at a zero price, then a sale of it: the replay divides by a load price of zero.
-    f.write("Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n"
-            "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
-            "U1,09:10,MTA,D,BUY,3,TIM,0,F,DAY,2\r\n"
-            "U1,09:20,MTA,D,SELL,1,TIM,3.4,F,DAY,3\r\n");
-    f.close();
+    WriteFile(QDir(giorni.path()).filePath("RT_20030117.csv"),
+              "Account,Time,Exchange,Route,Side,Qty,Symbol,Price,Status,System,OrderId\r\n"
+              "U1,09:00,MTA,D,BUY,100,ENI,10.5,F,DAY,1\r\n"
+              "U1,09:10,MTA,D,BUY,3,TIM,0,F,DAY,2\r\n"
+              "U1,09:20,MTA,D,SELL,1,TIM,3.4,F,DAY,3\r\n");
     const QStringList prima = Rows(Module1::dbExe, "SELECT * FROM Eseguiti");
 
     Importa* w = Importa::Instance();

@@ -1,12 +1,9 @@
 // The guided import window as the trader uses it: a broker's file opened, a model chosen
 // by itself, columns and words changed by hand, a model saved and found again.
 #include "ledger/frmImportazioneGuidata.h"
-#include "app/MDIForm1.h"
-#include "support/Gui.h"
-#include "support/Utente.h"
+#include "support/Programma.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -34,7 +31,21 @@ protected:
     }
     QString fixture(const QString& name) { return qEnvironmentVariable("QUORVEL_TEST_DATA") + "/brokers/" + name; }
     template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
-    QString testo(const char* combo) { return c<QComboBox>(combo)->currentText(); }
+    // What the fields show, joined by '|': a list's choice, a number, a text.
+    QString campi(std::initializer_list<const char*> nomi)
+    {
+        QStringList out;
+        for (const char* n : nomi) {
+            QWidget* f = c<QWidget>(n);
+            if (auto* combo = qobject_cast<QComboBox*>(f))
+                out << combo->currentText();
+            else if (auto* spin = qobject_cast<QSpinBox*>(f))
+                out << QString::number(spin->value());
+            else
+                out << qobject_cast<QLineEdit*>(f)->text();
+        }
+        return out.join('|');
+    }
     // Eseguiti / movimenti / scartate as the counters show them.
     QString conti() { return c<QLabel>("lab_Eseguiti")->text() + "/" + c<QLabel>("lab_Movimenti")->text() + "/" + c<QLabel>("lab_Scartate")->text(); }
     QString anteprima(int riga, int colonna)
@@ -52,15 +63,9 @@ TEST_F(ImportazioneGuidataTest, ADirectaFileOpensWithItsModelAndFollowsTheUsersC
 {
     apri(fixture("directa.csv"));
     EXPECT_EQ(w->windowTitle(), "Importazione guidata - directa.csv");
-    EXPECT_EQ(testo("cmb_Modello"), "Directa");
-    EXPECT_EQ(c<QSpinBox>("spn_Intestazione")->value(), 10);
-    EXPECT_EQ(testo("cmb_Separatore"), ",");
-    EXPECT_EQ(testo("cmb_Decimale"), ".");
-    EXPECT_EQ(testo("cmb_FormatoData"), "gg/mm/aaaa");
-    EXPECT_EQ(testo("cmb_Data"), "Data operazione");
-    EXPECT_EQ(testo("cmb_Prezzo"), "(nessuna)");
-    EXPECT_EQ(c<QLineEdit>("txt_Vendita")->text(), "Vendita");
-    EXPECT_EQ(testo("dbc_System"), "DAY");
+    EXPECT_EQ(campi({"cmb_Modello", "spn_Intestazione", "cmb_Separatore", "cmb_Decimale", "cmb_FormatoData", "cmb_Data", "cmb_Prezzo",
+                     "txt_Vendita", "dbc_System"}),
+              "Directa|10|,|.|gg/mm/aaaa|Data operazione|(nessuna)|Vendita|DAY");
     EXPECT_EQ(conti(), "3/3/1");
     // The file as it is, and the preview: trades first, oldest first.
     EXPECT_EQ(c<QTableView>("tbl_File")->model()->index(9, 0).data().toString(), "Data operazione");
@@ -91,8 +96,7 @@ TEST_F(ImportazioneGuidataTest, ADirectaFileOpensWithItsModelAndFollowsTheUsersC
     EXPECT_FALSE(w->isVisible());
     EXPECT_EQ(w->result(), QDialog::Accepted);
     ASSERT_EQ(w->Risultato().eseguiti.size(), 3);
-    EXPECT_EQ(w->Risultato().eseguiti[2].system, "SWING");
-    EXPECT_EQ(w->Risultato().eseguiti[2].cod, "IT0003132476");
+    EXPECT_EQ(w->Risultato().eseguiti[2].system + '|' + w->Risultato().eseguiti[2].cod, "SWING|IT0003132476");
     EXPECT_EQ(w->Risultato().movimenti.size(), 4);
 }
 
@@ -101,17 +105,10 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     QByteArray righe = "Estratto conto\r\n\r\nGiorno;Operazione;Strumento;Pezzi;Prezzo;Valuta\r\n"
                        "15/03/2024;C;ENI;100;15,234;EUR\r\n16/03/2024;V;ENI;100;16,1;EUR\r\n";
     const QString primo = path("mia-banca.csv"), secondo = path("mia-banca-aprile.txt");
-    for (const QString& p : {primo, secondo}) {
-        QFile f(p);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(righe);
-        righe.replace("/03/2024", "/04/2024");
-    }
+    WriteFile(primo, righe);
+    WriteFile(secondo, righe.replace("/03/2024", "/04/2024"));
     apri(primo);
-    EXPECT_EQ(testo("cmb_Modello"), "Personalizzato");
-    EXPECT_EQ(c<QSpinBox>("spn_Intestazione")->value(), 3);
-    EXPECT_EQ(testo("cmb_Separatore"), ";");
-    EXPECT_EQ(testo("cmb_Decimale"), ",");
+    EXPECT_EQ(campi({"cmb_Modello", "spn_Intestazione", "cmb_Separatore", "cmb_Decimale"}), "Personalizzato|3|;|,");
     EXPECT_EQ(conti(), "0/0/2");
 
     // Mapped by hand: the date format follows the date column's values.
@@ -122,7 +119,7 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     ChooseInCombo(c<QComboBox>("cmb_Prezzo"), "Prezzo");
     Scrivi(c<QLineEdit>("txt_Acquisto"), "C");
     Scrivi(c<QLineEdit>("txt_Vendita"), "V");
-    EXPECT_EQ(testo("cmb_FormatoData"), "gg/mm/aaaa");
+    EXPECT_EQ(campi({"cmb_FormatoData"}), "gg/mm/aaaa");
     EXPECT_EQ(conti(), "2/0/0");
 
     EXPECT_FALSE(c<QPushButton>("cmd_SalvaModello")->isEnabled());
@@ -134,23 +131,20 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     EXPECT_EQ(messaggio, "\"fineco\" è il nome di un modello predefinito: sceglierne un altro");
     Scrivi(c<QLineEdit>("txt_NomeModello"), "Mia banca");
     Clicca(c<QPushButton>("cmd_SalvaModello"));
-    EXPECT_EQ(testo("cmb_Modello"), "Mia banca");
+    EXPECT_EQ(campi({"cmb_Modello"}), "Mia banca");
     Clicca(c<QPushButton>("cmd_Annulla"));
     EXPECT_EQ(w->result(), QDialog::Rejected);
     EXPECT_TRUE(w->Risultato().eseguiti.isEmpty());
 
     // Another file with the same header: the saved model, chosen by itself.
     apri(secondo);
-    EXPECT_EQ(testo("cmb_Modello"), "Mia banca");
-    EXPECT_EQ(testo("cmb_Qta"), "Pezzi");
-    EXPECT_EQ(c<QLineEdit>("txt_Acquisto")->text(), "C");
+    EXPECT_EQ(campi({"cmb_Modello", "cmb_Qta", "txt_Acquisto"}), "Mia banca|Pezzi|C");
     EXPECT_EQ(conti(), "2/0/0");
     EXPECT_EQ(anteprima(0, 2), "15/04/2024");
 
     // Personalizzato starts from nothing.
     ChooseInCombo(c<QComboBox>("cmb_Modello"), "Personalizzato");
-    EXPECT_EQ(testo("cmb_Qta"), "(nessuna)");
-    EXPECT_EQ(c<QLineEdit>("txt_Acquisto")->text(), "");
+    EXPECT_EQ(campi({"cmb_Qta", "txt_Acquisto"}), "(nessuna)|");
     EXPECT_EQ(conti(), "0/0/2");
 }
 

@@ -116,28 +116,22 @@ TEST_F(ReplayTest, PartialClosesRoundTheAmountToOneDecimal)
     EXPECT_EQ(Rows(exe, "SELECT Qta, Importo FROM Portafoglio WHERE Cod = 'TEL'"), QStringList{"5368|469996,9"});
 }
 
-// A first buy's amount, a sale's quantity and what a partial close leaves may have decimals.
-TEST_F(ReplayTest, DecimalAmountsAndFractionalQuantitiesReplay)
+// Decimals in a first buy's amount, a sale's quantity and what a partial close leaves;
+// an unknown system costs nothing and an unknown error counts nothing.
+TEST_F(ReplayTest, DecimalQuantitiesUnknownSystemsAndErrors)
 {
-    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 23.415);
-    AddTrade(exe, "13/01/2003", "Buy", "T2", "ETF", 2.5, 40);
-    AddTrade(exe, "14/01/2003", "Sell", "T2", "ETF", 0.75, 44);
-    replay();
-    EXPECT_TRUE(messages.isEmpty());
-    // 2.5 - 0.75 = 1.75 left, amount round(40 * 1.75, 1) = 70; commission 5 - 5*0.75/2.5 = 3.5.
-    EXPECT_EQ(portafoglio(), (QStringList{"ENI|100|23,415|2341,5|5", "ETF|1,75|40|70|3,5"}));
-    // 0.75*44 - 0.75*40 = 3; 10%; max(0.066, 5) + 1.5.
-    EXPECT_EQ(chiuse(), QStringList{"14/01/2003|3|T2|ETF|ETF spa|40|0,75|44|3|10|6,5"});
-}
-
-TEST_F(ReplayTest, UnknownSystemCostsNothingAndUnknownErrorCountsNothing)
-{
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 23.415, "ZZ");
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ETF", 2.5, 40, "ZZ");
+    AddTrade(exe, "14/01/2003", "Sell", "T2", "ETF", 0.75, 44, "ZZ");
     AddTrade(exe, "13/01/2003", "Buy", "NESSUNO", "TIM", 1000, 1, "ZZ");
     AddTrade(exe, "14/01/2003", "Acquisto", "NESSUNO", "TIM", 400, 2, "ZZ"); // not "BUY": a sale
     replay();
     EXPECT_TRUE(messages.isEmpty());
-    EXPECT_EQ(portafoglio(), QStringList{"TIM|600|1|600|0"});
-    EXPECT_EQ(chiuse(), QStringList{"14/01/2003|3|NESSUNO|TIM|TIM spa|1|400|2|400|100|0"});
+    // 2.5 - 0.75 = 1.75 left, amount round(40 * 1.75, 1) = 70; commission 5 - 5*0.75/2.5 = 3.5.
+    EXPECT_EQ(portafoglio(), (QStringList{"ENI|100|23,415|2341,5|5", "ETF|1,75|40|70|3,5", "TIM|600|1|600|0"}));
+    // 0.75*44 - 0.75*40 = 3; 10%; max(0.066, 5) + 1.5.
+    EXPECT_EQ(chiuse(), (QStringList{"14/01/2003|3|T2|ETF|ETF spa|40|0,75|44|3|10|6,5",
+                                     "14/01/2003|3|NESSUNO|TIM|TIM spa|1|400|2|400|100|0"}));
     for (const QString& row : Rows(set, "SELECT Contatore FROM Errori"))
         EXPECT_EQ(row, "0");
 }
@@ -238,7 +232,7 @@ namespace {
 
 // Seeded random ledgers replayed both ways: the in-memory replay must leave what the
 // statement replay leaves, to the last bit, and fail where and as it fails.
-class ReplayDifferential : public ::testing::Test {
+class ReplayDifferential : public ReplayTest {
 protected:
     struct Esito {
         QStringList tabelle, messaggi;
@@ -248,8 +242,7 @@ protected:
 
     void SetUp() override
     {
-        set.Open(folder.File("DataSet.qvd"));
-        exe.Open(folder.NewPortfolio());
+        ReplayTest::SetUp();
         // Durability is no concern here, speed is.
         set.ExecuteScript("PRAGMA synchronous=OFF");
         exe.ExecuteScript("PRAGMA synchronous=OFF");
@@ -381,9 +374,6 @@ protected:
         e.tabelle = tabelle();
         return e;
     }
-
-    ProgramFolder folder;
-    store::Database set, exe;
 };
 
 } // namespace

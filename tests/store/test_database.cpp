@@ -16,13 +16,6 @@ namespace {
 class DatabaseTest : public ::testing::Test {
 protected:
     void SetUp() override { db.Open(folder.NewPortfolio()); }
-    QString scriviFile(const QString& name, const QByteArray& bytes)
-    {
-        QFile f(folder.File(name));
-        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-        return f.fileName();
-    }
     ProgramFolder folder;
     store::Database db;
 };
@@ -35,7 +28,7 @@ TEST_F(DatabaseTest, OpenRefusesMissingFilesAndFilesThatAreNoDatabase)
     EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
     EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
 
-    const QString text = scriviFile("testo.qvp", "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
+    const QString text = WriteFile(folder.File("testo.qvp"), "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
     const QByteArray before = FileBytes(text);
     EXPECT_THROW(other.Open(text), store::DbError);
     EXPECT_EQ(FileBytes(text), before);
@@ -149,7 +142,7 @@ TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     const QString from = db.Path();
     db.Close();
-    const QString to = scriviFile("copia con spazi e l'apostrofo.qvp", "vecchio");
+    const QString to = WriteFile(folder.File("copia con spazi e l'apostrofo.qvp"), "vecchio");
     store::Database::CopyFile(from, to);
     store::Database copy;
     copy.Open(to);

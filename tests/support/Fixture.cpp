@@ -35,6 +35,13 @@ void AddTrade(store::Database& db, const QString& data, const QString& tipo, con
                + "'," + num::SqlText(prezzo) + ")");
 }
 
+QString WriteFile(const QString& path, const QByteArray& bytes)
+{
+    QFile f(path);
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size()) << path.toStdString();
+    return path;
+}
+
 QByteArray FileBytes(const QString& path)
 {
     QFile f(path);

@@ -28,6 +28,8 @@ void AddTrade(store::Database& db, const QString& data, const QString& tipo, con
               double qta, double prezzo, const QString& errore = QStringLiteral("NE"),
               const QString& titolo = QString());
 
+// Writes these bytes as the whole file (a failure to write fails the test); gives the path back.
+QString WriteFile(const QString& path, const QByteArray& bytes);
 // Bytes of a file, for proving it unchanged.
 QByteArray FileBytes(const QString& path);
 // Every row of a query, columns joined by '|', for compact comparisons.
