@@ -2,7 +2,6 @@
 
 #include "platform/Numbers.h"
 #include "store/Database.h"
-#include "store/Prepared.h"
 
 namespace ledger {
 
@@ -54,27 +53,6 @@ void RipristinaEseguiti(store::Database& dbExe)
     dbExe.Execute(QStringLiteral("DELETE * FROM Eseguiti"));
     dbExe.Execute(QStringLiteral("INSERT INTO Eseguiti SELECT * FROM EseguitiTemp"));
     tx.Commit();
-}
-
-void CopiaEseguitiTemp(store::Database& dbExe)
-{
-    // Compared byte for byte: the columns compare without case, and a change of case is a change.
-    static const char* const kColonne[] = {"Data", "Tipo", "System", "Cod", "Titolo", "Qta", "Prezzo", "Importo",
-                                           "Errore", "PrezzoOttimale"};
-    QString diversa = QStringLiteral("t.ID IS NULL");
-    for (const char* c : kColonne)
-        diversa += QStringLiteral(" OR e.%1 IS NOT t.%1 COLLATE BINARY").arg(QLatin1String(c));
-    store::Transaction tx(dbExe);
-    store::Prepared(dbExe, QStringLiteral("DELETE FROM EseguitiTemp WHERE ID NOT IN (SELECT ID FROM Eseguiti)")).Run();
-    store::Prepared(dbExe, "INSERT OR REPLACE INTO EseguitiTemp SELECT e.* FROM Eseguiti e LEFT JOIN EseguitiTemp t "
-                           "ON t.ID = e.ID WHERE " + diversa).Run();
-    tx.Commit();
-}
-
-void CopiaEseguitiTempIntera(store::Database& dbExe)
-{
-    dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
-    dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
 }
 
 } // namespace ledger

@@ -31,11 +31,4 @@ QString UpdateEseguito(const CampiEseguito& c, long long id);
 // Puts Eseguiti back as EseguitiTemp holds it, in one step.
 void RipristinaEseguiti(store::Database& dbExe);
 
-// Makes EseguitiTemp a copy of Eseguiti, the undo record of the next change. Only the rows
-// that differ are written: after a confirm the working copy already holds the new trade, and
-// rewriting every row was most of what a confirm wrote to disk.
-void CopiaEseguitiTemp(store::Database& dbExe);
-// The same by emptying and copying every row: what the copy must leave.
-void CopiaEseguitiTempIntera(store::Database& dbExe);
-
 } // namespace ledger

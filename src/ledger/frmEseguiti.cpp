@@ -221,7 +221,8 @@ void frmEseguiti::Main()
     // rsEseguiti is not opened here: cmd_Ok reopens it before it reads it, and a snapshot
     // of every trade nobody reads was a sixth of a confirm at 10,000 trades.
     // The undo record of the next change.
-    ledger::CopiaEseguitiTemp(dbExe);
+    dbExe.Execute(QStringLiteral("DELETE * FROM EseguitiTemp"));
+    dbExe.Execute(QStringLiteral("INSERT INTO EseguitiTemp SELECT * FROM Eseguiti"));
     copiaRidotta_ = false;
     dat_Eseguiti_->SetSource(&dbExe, QStringLiteral("SELECT * FROM EseguitiTemp ORDER BY Data"));
     dat_Errore_->SetSource(&dbSet, QStringLiteral("SELECT Cod FROM Errori"));

@@ -1,4 +1,3 @@
-#include "ledger/Commit.h"
 #include "ledger/Replay.h"
 #include "ledger/Ricalcolo.h"
 #include "ledger/Sequence.h"
@@ -416,37 +415,4 @@ TEST_F(ReplayDifferential, StoredValuesAreThoseOfTheStatementText)
         EXPECT_EQ(ledger::ValoreScritto(v), exe.OpenRecordset("SELECT Qta FROM Portafoglio").Number("Qta"));
     }
     EXPECT_EQ(ledger::ValoreScritto(std::numeric_limits<double>::infinity()), std::nullopt);
-}
-
-// The trade window's undo copy writes only the rows that differ; emptying and copying every
-// row is what it must leave. Changes of case only, NULLs, rows gone and rows new.
-TEST_F(ReplayTest, UndoCopyOfTheDifferingRowsLeavesWhatTheWholeCopyLeaves)
-{
-    const char* const tipi[] = {"Buy", "BUY", "Sell", "sell"};
-    for (unsigned seed = 1; seed <= 60; ++seed) {
-        std::mt19937 rng(seed);
-        auto caso = [&](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
-        exe.Execute("DELETE * FROM Eseguiti");
-        for (int i = 0, n = caso(12); i < n; ++i)
-            AddTrade(exe, QString("%1/01/2003").arg(1 + caso(9), 2, 10, QChar('0')), tipi[caso(4)], "T2",
-                     caso(2) ? "ENI" : "eni", 1 + caso(3), caso(3) * 0.5);
-        ledger::CopiaEseguitiTempIntera(exe);
-        // The working copy drifts as a confirm and the grid's Delete make it drift.
-        for (int k = 0, n = caso(5); k < n; ++k) {
-            const QString id = QString::number(1 + caso(12));
-            switch (caso(5)) {
-            case 0: exe.Execute("DELETE * FROM Eseguiti WHERE ID = " + id); break;
-            case 1: exe.Execute("DELETE * FROM EseguitiTemp WHERE ID = " + id); break;
-            case 2: exe.Execute("UPDATE Eseguiti SET Errore = NULL, Qta = Qta + 0.25 WHERE ID = " + id); break;
-            case 3: exe.Execute("UPDATE Eseguiti SET Titolo = upper(Titolo) WHERE ID = " + id); break;
-            default: AddTrade(exe, "20/01/2003", "Buy", "T2", "TIM", 1, 1);
-            }
-        }
-        const QString tabella = "SELECT ID, Data, Tipo, System, Cod, Titolo, Qta, Prezzo, Importo, Errore, PrezzoOttimale, "
-                                "typeof(Errore) FROM EseguitiTemp ORDER BY ID";
-        ledger::CopiaEseguitiTemp(exe);
-        const QStringList visto = Rows(exe, tabella);
-        ledger::CopiaEseguitiTempIntera(exe);
-        ASSERT_EQ(visto, Rows(exe, tabella)) << "seed " << seed;
-    }
 }
