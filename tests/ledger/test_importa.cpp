@@ -86,19 +86,14 @@ protected:
     // The message boxes to come, answered in order with the button of that text; their icon and text are kept.
     void rispondi(const QStringList& bottoni)
     {
-        risposte = bottoni;
-        arma();
-    }
-    void arma()
-    {
-        if (risposte.isEmpty())
+        if ((risposte = bottoni).isEmpty())
             return;
         WhenModal(
             [this](QWidget* modal) {
                 auto* box = static_cast<QMessageBox*>(modal);
                 visti << QString::number(box->icon()) + '|' + box->text();
                 const QString bottone = risposte.takeFirst();
-                arma();
+                rispondi(QStringList(risposte)); // the next box may come from this click
                 for (QAbstractButton* b : box->findChildren<QAbstractButton*>())
                     if (b->text().remove('&') == bottone)
                         QTest::mouseClick(b, Qt::LeftButton);
@@ -132,7 +127,7 @@ protected:
 };
 
 const QString kPlain = QString::number(QMessageBox::NoIcon) + '|';
-const QString kQuestion = QString::number(QMessageBox::Warning) + '|';
+const QString kAvviso = QString::number(QMessageBox::Warning) + '|';
 const QString kNonValido = kPlain + "file di Real Tick non valido: i dati non contengono valori validi";
 
 } // namespace
@@ -163,7 +158,7 @@ TEST_F(ImportaTest, TicksPreviewAndImportRowByRow)
     // The impossible sale is taken out on No.
     rispondi({"No"});
     ok();
-    EXPECT_EQ(visti, QStringList{kQuestion + "Errore nei dati ENI disponibili solo 200 pezzi importare comunque?"});
+    EXPECT_EQ(visti, QStringList{kAvviso + "Errore nei dati ENI disponibili solo 200 pezzi importare comunque?"});
     EXPECT_FALSE(w->isVisible());
     // The rows' values are the engine's: here only which rows went in.
     EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID, Tipo, Cod, Qta FROM Eseguiti"),
@@ -233,7 +228,7 @@ TEST_F(ImportaTest, OtherFormatsTheSheetProbeAndAnEditedPreview)
     // A cell of the preview is edited where it stands; a value the column can't hold is refused.
     rispondi({"OK"});
     ScriviCella(c<QTableView>("DBGrid1"), 0, 5, "cento");
-    EXPECT_EQ(visti.last(), QString::number(QMessageBox::Warning) + "|Valore non valido: cento");
+    EXPECT_EQ(visti.last(), kAvviso + "Valore non valido: cento");
     EXPECT_EQ(anteprima(), QStringList{"17/01/2003|BUY|DAY|ENI|ND|100|10,5"});
     ScriviCella(c<QTableView>("DBGrid1"), 0, 0, "18/01/2003");
     EXPECT_EQ(Rows(Module1::dbExe, "SELECT Data, Qta FROM EseguitiTemp"), QStringList{"18/01/2003|100"});
@@ -308,7 +303,7 @@ TEST_F(ImportaTest, RefusedRowsAnsweredForAllAndTheLimitOfCodesTakesNothingIn)
     EXPECT_EQ(lab("lab_NumeroEseguiti"), "4");
     rispondi({"No a tutti"});
     ok();
-    EXPECT_EQ(visti, QStringList{kQuestion + "Errore nei dati ENI disponibili solo 100 pezzi importare comunque?"});
+    EXPECT_EQ(visti, QStringList{kAvviso + "Errore nei dati ENI disponibili solo 100 pezzi importare comunque?"});
     EXPECT_FALSE(w->isVisible());
     EXPECT_EQ(Rows(Module1::dbExe, "SELECT ID, Tipo, Cod FROM Eseguiti"), (QStringList{"1|Buy|ENI", "2|Buy|TIM"}));
     const QStringList dopo = eseguiti();
