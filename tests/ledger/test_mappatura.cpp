@@ -93,11 +93,10 @@ TEST(DelimitedText, DecodesSplitsAndQuotes)
 
 TEST(DelimitedText, FindsTheHeaderBelowTheAccountLines)
 {
-    for (const char* nome : {"directa.csv", "fineco.csv", "ib.csv"}) {
+    for (const auto& [nome, intestazione] : {std::pair{"directa.csv", 9}, {"fineco.csv", 5}, {"ib.csv", 0}}) {
         const FileBroker f(fixture(nome));
         EXPECT_EQ(f.Separatore(), u',') << nome;
-        const qsizetype h = platform::IndovinaIntestazione(f.Righe());
-        EXPECT_EQ(h, QString(nome) == "directa.csv" ? 9 : QString(nome) == "fineco.csv" ? 5 : 0) << nome;
+        EXPECT_EQ(platform::IndovinaIntestazione(f.Righe()), intestazione) << nome;
     }
     // Padded account lines and a data row of words don't take the header's place.
     const Tabella padded = platform::DividiCampi("Conto,123,,\nData,Tipo,Qta,Prezzo\n01/02/2024,Buy,10,5.5\nTotale,,,\n", u',');
@@ -125,18 +124,16 @@ TEST(LetturaValori, NumbersDatesTimesAndTheirGuesses)
     for (const Numero& n : numeri)
         EXPECT_EQ(LeggiNumero(QString::fromUtf8(n.testo), n.decimale), n.valore) << n.testo;
 
-    EXPECT_EQ(LeggiData(u"15-03-2024", FormatoData::GgMmAaaa), QDate(2024, 3, 15));
-    EXPECT_EQ(LeggiData(u"3/15/24 10:00", FormatoData::MmGgAaaa), QDate(2024, 3, 15));
-    EXPECT_EQ(LeggiData(u"2024.03.15", FormatoData::AaaaMmGg), QDate(2024, 3, 15));
-    EXPECT_EQ(LeggiData(u"20240315", FormatoData::AaaaMmGgUnito), QDate(2024, 3, 15));
+    for (const auto& [testo, formato] : {std::pair{"15-03-2024", FormatoData::GgMmAaaa}, {"3/15/24 10:00", FormatoData::MmGgAaaa},
+                                         {"2024.03.15", FormatoData::AaaaMmGg}, {"20240315", FormatoData::AaaaMmGgUnito}})
+        EXPECT_EQ(LeggiData(QString(testo), formato), QDate(2024, 3, 15)) << testo;
     for (const char* no : {"15-03-2024x1", "2024-03-15", "31/02/2024", "15/03", "150324", "1503-2024"})
         EXPECT_FALSE(LeggiData(QString(no), FormatoData::GgMmAaaa).isValid()) << no;
     EXPECT_EQ(LeggiDataOra(u"20240312;101530", FormatoData::AaaaMmGgUnito).ora, 10 * 3600 + 15 * 60 + 30);
     EXPECT_EQ(LeggiDataOra(u"2024-03-12T09:05", FormatoData::AaaaMmGg).ora, 9 * 3600 + 5 * 60);
-    EXPECT_EQ(LeggiOra(u"1:05 PM"), 13 * 3600 + 300);
-    EXPECT_EQ(LeggiOra(u"10.15.30"), 36930);
-    for (const char* no : {"", "25:00", "10:5", "ora", "12"})
-        EXPECT_EQ(LeggiOra(QString(no)), -1) << no;
+    for (const auto& [testo, ora] : {std::pair{"1:05 PM", 13 * 3600 + 300}, {"10.15.30", 36930}, {"", -1}, {"25:00", -1},
+                                     {"10:5", -1}, {"ora", -1}, {"12", -1}})
+        EXPECT_EQ(LeggiOra(QString(testo)), ora) << testo;
 
     EXPECT_EQ(IndovinaDecimale({"1.234,5", "7"}), u',');
     EXPECT_EQ(IndovinaDecimale({"-1523.40", "100"}), u'.');
