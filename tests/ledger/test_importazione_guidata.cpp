@@ -3,12 +3,7 @@
 #include "ledger/frmImportazioneGuidata.h"
 #include "support/Programma.h"
 
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSpinBox>
-#include <QTableView>
 
 using namespace testing_support;
 
@@ -29,20 +24,14 @@ protected:
         w->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(w.get()));
     }
-    QString fixture(const QString& name) { return qEnvironmentVariable("QUORVEL_TEST_DATA") + "/brokers/" + name; }
     template <class T> T* c(const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
-    // What the fields show, joined by '|': a list's choice, a number, a text.
+    // What the fields show, joined by '|': their user property, a list's choice, a number, a text.
     QString campi(std::initializer_list<const char*> nomi)
     {
         QStringList out;
         for (const char* n : nomi) {
             QWidget* f = c<QWidget>(n);
-            if (auto* combo = qobject_cast<QComboBox*>(f))
-                out << combo->currentText();
-            else if (auto* spin = qobject_cast<QSpinBox*>(f))
-                out << QString::number(spin->value());
-            else
-                out << qobject_cast<QLineEdit*>(f)->text();
+            out << f->metaObject()->userProperty().read(f).toString();
         }
         return out.join('|');
     }
@@ -61,7 +50,7 @@ protected:
 
 TEST_F(ImportazioneGuidataTest, ADirectaFileOpensWithItsModelAndFollowsTheUsersChanges)
 {
-    apri(fixture("directa.csv"));
+    apri(qEnvironmentVariable("QUORVEL_TEST_DATA") + "/brokers/directa.csv");
     EXPECT_EQ(w->windowTitle(), "Importazione guidata - directa.csv");
     EXPECT_EQ(campi({"cmb_Modello", "spn_Intestazione", "cmb_Separatore", "cmb_Decimale", "cmb_FormatoData", "cmb_Data", "cmb_Prezzo",
                      "txt_Vendita", "dbc_System"}),
@@ -112,11 +101,9 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     EXPECT_EQ(conti(), "0/0/2");
 
     // Mapped by hand: the date format follows the date column's values.
-    ChooseInCombo(c<QComboBox>("cmb_Data"), "Giorno");
-    ChooseInCombo(c<QComboBox>("cmb_Tipo"), "Operazione");
-    ChooseInCombo(c<QComboBox>("cmb_Cod"), "Strumento");
-    ChooseInCombo(c<QComboBox>("cmb_Qta"), "Pezzi");
-    ChooseInCombo(c<QComboBox>("cmb_Prezzo"), "Prezzo");
+    for (const auto& [lista, colonna] : {std::pair{"cmb_Data", "Giorno"}, {"cmb_Tipo", "Operazione"}, {"cmb_Cod", "Strumento"},
+                                         {"cmb_Qta", "Pezzi"}, {"cmb_Prezzo", "Prezzo"}})
+        ChooseInCombo(c<QComboBox>(lista), colonna);
     Scrivi(c<QLineEdit>("txt_Acquisto"), "C");
     Scrivi(c<QLineEdit>("txt_Vendita"), "V");
     EXPECT_EQ(campi({"cmb_FormatoData"}), "gg/mm/aaaa");
@@ -146,23 +133,4 @@ TEST_F(ImportazioneGuidataTest, AModelSavedByTheUserIsChosenForTheSameHeader)
     ChooseInCombo(c<QComboBox>("cmb_Modello"), "Personalizzato");
     EXPECT_EQ(campi({"cmb_Qta", "txt_Acquisto"}), "(nessuna)|");
     EXPECT_EQ(conti(), "0/0/2");
-}
-
-TEST_F(ImportazioneGuidataTest, ShownModallyItGivesWhatOkStagedOrNothing)
-{
-    auto premi = [](const char* bottone) {
-        WhenModal([bottone](QWidget* m) { Clicca(m->findChild<QPushButton*>(bottone)); },
-                  [](QWidget* m) { return m->objectName() == "frmImportazioneGuidata"; });
-    };
-    premi("cmd_Ok");
-    const std::optional<ledger::Staging> s = frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame);
-    ASSERT_TRUE(s.has_value());
-    EXPECT_EQ(s->eseguiti.size(), 3);
-    premi("cmd_Annulla");
-    EXPECT_FALSE(frmImportazioneGuidata::Esegui(fixture("ib.csv"), frame).has_value());
-
-    QString messaggio;
-    PressOnModal("OK", &messaggio);
-    EXPECT_FALSE(frmImportazioneGuidata::Esegui(path("non-esiste.csv"), frame).has_value());
-    EXPECT_TRUE(messaggio.startsWith("Impossibile leggere il file non-esiste.csv: ")) << messaggio.toStdString();
 }
