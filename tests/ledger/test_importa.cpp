@@ -341,8 +341,8 @@ TEST_F(ImportaTest, GuidedFilesStageTheirTradesAndBookTheirMovements)
 }
 
 // A replay that fails on an imported row ends in the failure report, and takes the import back
-// with it: the portfolio opens again as it was before the click. No event is dispatched after a
-// failure, so this test runs in a program of its own (see the CMake entry).
+// with it: the portfolio opens again as it was before the click. Last in this file: after the
+// failure report the program takes no more events.
 TEST_F(ImportaTest, AReplayFailingOnAnImportedRowLeavesThePortfolioAsBefore)
 {
     // A buy at a zero price, then a sale of it: the replay divides by a load price of zero.

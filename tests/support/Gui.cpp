@@ -171,17 +171,9 @@ private:
         watchdog_->start();
     }
 
-    bool IsAnswered(QWidget* w) const
-    {
-        for (const auto& a : answered_)
-            if (a->window == w && !a->hidden)
-                return true;
-        return false;
-    }
-
     // A window being answered is not taken by a waiter that was already waiting, but an
-    // answer may hand it on to a waiter it registers itself.
-    bool TakenBefore(QWidget* w, unsigned long long waiterId) const
+    // answer may hand it on to a waiter it registers itself. Waiter 0 asks whether it is answered at all.
+    bool TakenBefore(QWidget* w, unsigned long long waiterId = 0) const
     {
         for (const auto& a : answered_)
             if (a->window == w && !a->hidden && waiterId < a->firstLater)
@@ -247,7 +239,7 @@ private:
             }
         }
         QWidget* modal = QApplication::activeModalWidget();
-        bool claimed = modal && IsAnswered(modal);
+        bool claimed = modal && TakenBefore(modal);
         for (const Waiter& w : waiters_)
             claimed = claimed || (modal && w.Accepts(modal));
         if (!modal || claimed) {
