@@ -7,7 +7,6 @@
 #include "platform/Registro.h"
 #include "prefs/AssociaFile.h"
 #include "store/Delivered.h"
-#include "support/FakeRegistry.h"
 #include "support/Programma.h"
 
 #include <QApplication>
@@ -20,6 +19,23 @@
 using namespace testing_support;
 
 namespace {
+
+// A registry of file types that only remembers what was written to it, in order:
+// "key|value name|text or number|data", and "notify" when the desktop is told.
+class FakeRegistry final : public platform::RegistroTipiFile {
+public:
+    QStringList writes;
+
+    void ScriviRegistroTesto(const QString& key, const QString& name, const QString& text) override
+    {
+        writes << key + "|" + name + "|text|" + text;
+    }
+    void ScriviRegistroNumero(const QString& key, const QString& name, std::uint32_t number) override
+    {
+        writes << key + "|" + name + "|number|" + QString::number(number);
+    }
+    void Notifica() override { writes << "notify"; }
+};
 
 // Starts by hand: what the start does is the subject here. A first start registers
 // the file type with a registry that only remembers the writes.
