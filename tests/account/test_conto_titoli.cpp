@@ -6,8 +6,6 @@
 #include "support/MessaggiVisti.h"
 #include "support/Programma.h"
 
-#include <cmath>
-
 using namespace testing_support;
 
 namespace {
@@ -70,9 +68,8 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     AddTrade(exe, "22/01/2003", "Buy", "T2", "BOT", 1, 0.125); // (2 * 0.5 + 0.125) / 3 = 0.375
     frame->ControlloMenu();
     // One closed operation: gp 50*13 - 50*10 = 150, commissions 5 + 5*50/100 = 7.5;
-    // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37.
-    const double utile = (150 - 7.5) - 37;
-    ASSERT_EQ(Module1::UtileNetto(), utile);
+    // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37 = 105.5.
+    ASSERT_EQ(Module1::UtileNetto(), 105.5);
 
     frame->Menu("mnu_ContoTitoli")->trigger();
     ASSERT_NE(conto(), nullptr);
@@ -86,10 +83,8 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
                                         "15/02/2003|Dividendi|120,5|.", "03/03/2003|Prelievo|700|."}));
     // After an insert the grid returns to the row of the latest date before it, not to the new row.
     EXPECT_EQ(rigaGriglia(), 3);
-
-    const double saldoMovimenti = 2500 + 120.5 - 700 - 35.25;
-    EXPECT_EQ(saldo(), "11990,75"); // 105.5 + 1885.25 + 10000: the positions' cost stays in the balance
-    EXPECT_EQ(10000 + saldoMovimenti + utile, 11990.75);
+    // 10000 + (2500 + 120.5 - 700 - 35.25) + 105.5: the positions' cost stays in the balance.
+    EXPECT_EQ(saldo(), "11990,75");
     EXPECT_EQ(colonne(), QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
                                       "saldoOperazioni=105,5"}));
 
@@ -121,15 +116,9 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     EXPECT_EQ(msc->RowCount(), 3);
     EXPECT_EQ(msc->DataAt(1, 1) + " " + msc->DataAt(2, 1) + " " + msc->DataAt(3, 1), "500 2500 1,125");
     EXPECT_EQ(msc->RowLabelAt(3), "BOT");
-    const double valore = 50 * 10 + 1000 * 2.5 + 3 * 0.375;
-    EXPECT_EQ(pf->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "3001,125");
-    // ((105.5 + 10000) - 3001.125) + 1885.25 = 8989.625, a tie that goes to the even digit.
-    const double liquidita = ((utile + 10000) - valore) + saldoMovimenti;
-    EXPECT_EQ(liquidita, 8989.625);
-    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "8989,62");
-    // floor(10 * (898962.5 / 11990.75)) = floor(749.71...) = 749
-    const int quota = static_cast<int>(std::floor(10 * ((liquidita * 100) / (saldoMovimenti + utile + 10000))));
-    EXPECT_EQ(quota, 749);
+    // Value 50*10 + 1000*2.5 + 3*0.375; liquidity ((105.5 + 10000) - 3001.125) + 1885.25 = 8989.625,
+    // a tie that goes to the even digit; the dial floor(10 * (898962.5 / 11990.75)) = floor(749.71...).
+    EXPECT_EQ(Etichette(pf, {"lab_ValorePortafoglio", "lab_Liquidita"}), "3001,125|8989,62");
     EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "749");
 
     // A movement confirmed in the account refreshes the open portfolio window through the frame.
