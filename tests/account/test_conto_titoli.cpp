@@ -56,9 +56,61 @@ TEST_F(ContoTitoliTest, BeforeAnyPortfolioTheAccountIsReadOnlyWithTheCapitalAsBa
     EXPECT_FALSE(modo(0)->isEnabled());
 }
 
-TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
+TEST_F(ContoTitoliTest, ModifyDeleteAndALoneCommaThenAHandCheckedBalanceLiquidityAndDial)
 {
     Avvia(true);
+    frame->Menu("mnu_ContoTitoli")->trigger();
+    ASSERT_NE(conto(), nullptr);
+    nuovo("10/01/2003", "Versamento", "1000");
+    // A lone comma enables the button (the check compares with a point, which never gets
+    // typed), and the engine refuses it; the handler called straight, so its failure reaches the test.
+    const QStringList prima = movimenti();
+    Clicca(modo(0));
+    Scrivi(c<QLineEdit>("txtImporto"), ",");
+    EXPECT_TRUE(c<QPushButton>("cmd_Ok")->isEnabled());
+    EXPECT_THROW(QMetaObject::invokeMethod(conto(), "cmd_Ok_Click", Qt::DirectConnection), store::DbError);
+    EXPECT_EQ(movimenti(), prima);
+
+    // The first movement leaves the grid before its first row: a click on the row takes it.
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 0);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "1000");
+    nuovo("20/01/2003", "Dividendi", "50", "b");
+    nuovo("30/01/2003", "Prelievo", "200", "c");
+
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 1);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QDateEdit>("dtp_Data")->date(), QDate(2003, 1, 20));
+    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "50");
+    Scrivi(c<QLineEdit>("txtImporto"), "75,5");
+    Scrivi(c<QLineEdit>("txt_Descrizione"), "cedola");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "20/01/2003|Dividendi|75,5|cedola",
+                                        "30/01/2003|Prelievo|200|c"}));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(saldo(), "10875,5"); // 10000 + 1000 + 75.5 - 200
+
+    // A later date moves the row down; the grid stays on the second row, now another movement.
+    ScriviData(c<QDateEdit>("dtp_Data"), "05/02/2003");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "Prelievo");
+
+    // Deleting a middle row goes on to the next one, deleting the last goes back one.
+    Clicca(modo(3));
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "05/02/2003|Dividendi|75,5|cedola"}));
+    EXPECT_EQ(rigaGriglia(), 1);
+    EXPECT_EQ(c<QLineEdit>("txt_Descrizione")->text(), "cedola");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(rigaGriglia(), 0);
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(movimenti(), QStringList{});
+    EXPECT_TRUE(modo(0)->isChecked()); // an empty account: only Nuovo
+    EXPECT_FALSE(modo(3)->isEnabled());
+    EXPECT_EQ(saldo(), "10000");
+
+    // Trades in a portfolio whose account is empty again: the open account is refreshed with them.
     auto& exe = Module1::dbExe;
     Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
     AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
@@ -70,9 +122,6 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     // One closed operation: gp 50*13 - 50*10 = 150, commissions 5 + 5*50/100 = 7.5;
     // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37 = 105.5.
     ASSERT_EQ(Module1::UtileNetto(), 105.5);
-
-    frame->Menu("mnu_ContoTitoli")->trigger();
-    ASSERT_NE(conto(), nullptr);
     EXPECT_EQ(saldo(), "10105,5"); // 10000 + 105.5, no movements yet
 
     nuovo("02/01/2003", "Versamento", "2500", "apertura");
@@ -130,59 +179,4 @@ TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
     EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "-10,38");
     EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "0");
     EXPECT_EQ(saldo(), "2990,75");
-}
-
-TEST_F(ContoTitoliTest, ModifyAndDeleteKeepTheGridPositionNotTheRowAndALoneCommaIsRefused)
-{
-    Avvia(true);
-    frame->Menu("mnu_ContoTitoli")->trigger();
-    ASSERT_NE(conto(), nullptr);
-    nuovo("10/01/2003", "Versamento", "1000");
-    // A lone comma enables the button (the check compares with a point, which never gets
-    // typed), and the engine refuses it; the handler called straight, so its failure reaches the test.
-    const QStringList prima = movimenti();
-    Clicca(modo(0));
-    Scrivi(c<QLineEdit>("txtImporto"), ",");
-    EXPECT_TRUE(c<QPushButton>("cmd_Ok")->isEnabled());
-    EXPECT_THROW(QMetaObject::invokeMethod(conto(), "cmd_Ok_Click", Qt::DirectConnection), store::DbError);
-    EXPECT_EQ(movimenti(), prima);
-
-    // The first movement leaves the grid before its first row: a click on the row takes it.
-    ClickRiga(c<platform::DataGrid>("DBGrid1"), 0);
-    Clicca(modo(1));
-    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "1000");
-    nuovo("20/01/2003", "Dividendi", "50", "b");
-    nuovo("30/01/2003", "Prelievo", "200", "c");
-
-    ClickRiga(c<platform::DataGrid>("DBGrid1"), 1);
-    Clicca(modo(1));
-    EXPECT_EQ(c<QDateEdit>("dtp_Data")->date(), QDate(2003, 1, 20));
-    EXPECT_EQ(c<QLineEdit>("txtImporto")->text(), "50");
-    Scrivi(c<QLineEdit>("txtImporto"), "75,5");
-    Scrivi(c<QLineEdit>("txt_Descrizione"), "cedola");
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "20/01/2003|Dividendi|75,5|cedola",
-                                        "30/01/2003|Prelievo|200|c"}));
-    EXPECT_EQ(rigaGriglia(), 1);
-    EXPECT_EQ(saldo(), "10875,5"); // 10000 + 1000 + 75.5 - 200
-
-    // A later date moves the row down; the grid stays on the second row, now another movement.
-    ScriviData(c<QDateEdit>("dtp_Data"), "05/02/2003");
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(rigaGriglia(), 1);
-    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "Prelievo");
-
-    // Deleting a middle row goes on to the next one, deleting the last goes back one.
-    Clicca(modo(3));
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(movimenti(), QStringList({"10/01/2003|Versamento|1000|.", "05/02/2003|Dividendi|75,5|cedola"}));
-    EXPECT_EQ(rigaGriglia(), 1);
-    EXPECT_EQ(c<QLineEdit>("txt_Descrizione")->text(), "cedola");
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(rigaGriglia(), 0);
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(movimenti(), QStringList{});
-    EXPECT_TRUE(modo(0)->isChecked()); // an empty account: only Nuovo
-    EXPECT_FALSE(modo(3)->isEnabled());
-    EXPECT_EQ(saldo(), "10000");
 }

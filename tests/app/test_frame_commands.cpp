@@ -302,23 +302,20 @@ TEST(KeyFilters, NumbersCommaAndCaretRules)
 {
     QLineEdit txtPrezzo;
     Module1::FiltroNumeri(&txtPrezzo, 5, 2);
-    const auto typed = [&txtPrezzo](const char* start, int caret, const char* keys) {
+    // A 9 typed with the caret after `caret` characters and the `selected` ones after it taken with Shift.
+    const auto typed = [&txtPrezzo](const char* start, int caret, int selected) {
         txtPrezzo.setText(start);
         txtPrezzo.setCursorPosition(caret);
-        QTest::keyClicks(&txtPrezzo, keys);
+        for (int i = 0; i < selected; ++i)
+            QTest::keyClick(&txtPrezzo, Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyClicks(&txtPrezzo, "9");
         return txtPrezzo.text();
     };
     // Caret in the integer part with full decimals: a digit passes only below the limit.
-    EXPECT_EQ(typed("123,45", 1, "9"), "1923,45");
-    EXPECT_EQ(typed("12345,45", 1, "9"), "12345,45");
+    EXPECT_EQ(typed("123,45", 1, 0), "1923,45");
+    EXPECT_EQ(typed("12345,45", 1, 0), "12345,45");
     // A selection: the text left of where it starts decides, whichever way it was dragged.
-    txtPrezzo.setText("12,34");
-    QTest::keyClick(&txtPrezzo, Qt::Key_Home);
-    QTest::keyClick(&txtPrezzo, Qt::Key_Right);
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(&txtPrezzo, Qt::Key_Right, Qt::ShiftModifier); // "2,3" selected, caret after it
-    QTest::keyClicks(&txtPrezzo, "9");
-    EXPECT_EQ(txtPrezzo.text(), "194");
+    EXPECT_EQ(typed("12,34", 1, 3), "194"); // "2,3" selected, caret after it
 }
 
 #include "test_frame_commands.moc"
