@@ -16,14 +16,6 @@ protected:
     template <class T> T* c(const char* name) { return conto()->findChild<T*>(QString::fromLatin1(name)); }
     QRadioButton* modo(int i) { return c<QRadioButton>(QString("Option1(%1)").arg(i).toLatin1().constData()); }
     QString saldo() { return c<QLabel>("lab_Saldo")->text(); }
-    platform::Chart* grafico() { return c<platform::Chart>("msc_ContoTitoli"); }
-    QStringList colonne()
-    {
-        QStringList out;
-        for (int i = 1; i <= grafico()->ColumnCount(); ++i)
-            out << grafico()->ColumnLabelAt(i) + "=" + grafico()->DataAt(1, i);
-        return out;
-    }
     // A new movement typed in: Nuovo, date, type, amount, and a description unless empty.
     void nuovo(const QString& data, const QString& tipo, const QString& importo, const QString& descrizione = QString())
     {
@@ -37,11 +29,6 @@ protected:
     }
     QStringList movimenti() { return Rows(Module1::dbExe, "SELECT Data, Tipo, Importo, Descrizione FROM Conto ORDER BY Data"); }
     int rigaGriglia() { return c<platform::DataGrid>("DBGrid1")->currentIndex().row(); }
-    void clickToolbar(const char* key)
-    {
-        QAction* a = frame->Toolbar1()->findChild<QAction*>(key);
-        QTest::mouseClick(frame->Toolbar1()->widgetForAction(a), Qt::LeftButton);
-    }
 };
 
 } // namespace
@@ -50,7 +37,7 @@ TEST_F(ContoTitoliTest, FromNoPortfolioToAHandCheckedBalanceLiquidityAndDial)
 {
     // Before any portfolio the account is read-only, with the capital as balance.
     Avvia(false);
-    clickToolbar("Conto");
+    QTest::mouseClick(frame->Toolbar1()->widgetForAction(frame->Toolbar1()->findChild<QAction*>("Conto")), Qt::LeftButton);
     ASSERT_NE(conto(), nullptr);
     EXPECT_EQ(saldo(), "10000");
     EXPECT_FALSE(c<QLineEdit>("txtImporto")->isEnabled());
@@ -131,7 +118,11 @@ TEST_F(ContoTitoliTest, FromNoPortfolioToAHandCheckedBalanceLiquidityAndDial)
     EXPECT_EQ(rigaGriglia(), 3);
     // 10000 + (2500 + 120.5 - 700 - 35.25) + 105.5: the positions' cost stays in the balance.
     EXPECT_EQ(saldo(), "11990,75");
-    EXPECT_EQ(colonne(), QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
+    auto* grafico = c<platform::Chart>("msc_ContoTitoli");
+    QStringList colonne;
+    for (int i = 1; i <= grafico->ColumnCount(); ++i)
+        colonne << grafico->ColumnLabelAt(i) + "=" + grafico->DataAt(1, i);
+    EXPECT_EQ(colonne, QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
                                       "saldoOperazioni=105,5"}));
 
     // Two rows of an unknown type brought in by hand: one message each, at every computation.
