@@ -123,12 +123,8 @@ TEST_F(FrameCommandsTest, NewFromTheDefaultDocumentAsksAndSaveAsCopiesTheFileBef
 
     // Yes runs save as; a cancelled save still goes on to the new portfolio.
     AddTrade(dbExe, "13/01/2003", "Buy", "DAY", "ENI", 100, 10);
-    WhenModal([](QWidget* box) {
-        AnswerFileDialog(QString());
-        for (auto* b : box->findChildren<QAbstractButton*>())
-            if (b->text() == "Sì")
-                b->click();
-    });
+    PressOnModal("Sì");
+    AnswerFileDialog(QString());
     frame->mnu_NuovoPortafoglio_Click();
     EXPECT_EQ(codici(path("DataExe.qvd")), QStringList{});
 
@@ -279,9 +275,8 @@ TEST_F(FrameCommandsTest, ToolbarBringsAMinimisedWindowBackHelpOpensAndCustomise
     EXPECT_EQ(help->CurrentPage(), "index.html");
 
     // The customise dialog hides and reorders the buttons.
-    WhenModal([](QWidget* modal) {
-        auto* dialog = qobject_cast<platform::ToolbarCustomize*>(modal);
-        ASSERT_NE(dialog, nullptr);
+    RunModal(frame->Menu("mnu_Menu"), "ToolbarCustomize", [](QWidget* modal) {
+        auto* dialog = static_cast<platform::ToolbarCustomize*>(modal);
         QListWidget* list = dialog->List();
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
         QTest::keyClick(list, Qt::Key_Space); // hide "Nuovo"
@@ -291,7 +286,6 @@ TEST_F(FrameCommandsTest, ToolbarBringsAMinimisedWindowBackHelpOpensAndCustomise
             QTest::mouseClick(dialog->findChild<QPushButton*>("cmd_Su"), Qt::LeftButton);
         QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
     });
-    frame->Menu("mnu_Menu")->trigger();
     EXPECT_FALSE(frame->Button(1)->isVisible());
     EXPECT_EQ(frame->Toolbar1()->actions().first()->objectName(), "Calcolatore");
     EXPECT_EQ(frame->Button(4)->objectName(), "Calcolatore"); // numbering by table, not by place
