@@ -6,8 +6,6 @@
 #include "support/MessaggiVisti.h"
 #include "support/Programma.h"
 
-#include <cmath>
-
 using namespace testing_support;
 
 namespace {
@@ -18,14 +16,6 @@ protected:
     template <class T> T* c(const char* name) { return conto()->findChild<T*>(QString::fromLatin1(name)); }
     QRadioButton* modo(int i) { return c<QRadioButton>(QString("Option1(%1)").arg(i).toLatin1().constData()); }
     QString saldo() { return c<QLabel>("lab_Saldo")->text(); }
-    platform::Chart* grafico() { return c<platform::Chart>("msc_ContoTitoli"); }
-    QStringList colonne()
-    {
-        QStringList out;
-        for (int i = 1; i <= grafico()->ColumnCount(); ++i)
-            out << grafico()->ColumnLabelAt(i) + "=" + grafico()->DataAt(1, i);
-        return out;
-    }
     // A new movement typed in: Nuovo, date, type, amount, and a description unless empty.
     void nuovo(const QString& data, const QString& tipo, const QString& importo, const QString& descrizione = QString())
     {
@@ -39,115 +29,22 @@ protected:
     }
     QStringList movimenti() { return Rows(Module1::dbExe, "SELECT Data, Tipo, Importo, Descrizione FROM Conto ORDER BY Data"); }
     int rigaGriglia() { return c<platform::DataGrid>("DBGrid1")->currentIndex().row(); }
-    void clickToolbar(const char* key)
-    {
-        QAction* a = frame->Toolbar1()->findChild<QAction*>(key);
-        QTest::mouseClick(frame->Toolbar1()->widgetForAction(a), Qt::LeftButton);
-    }
 };
 
 } // namespace
 
-TEST_F(ContoTitoliTest, BeforeAnyPortfolioTheAccountIsReadOnlyWithTheCapitalAsBalance)
+TEST_F(ContoTitoliTest, FromNoPortfolioToAHandCheckedBalanceLiquidityAndDial)
 {
+    // Before any portfolio the account is read-only, with the capital as balance.
     Avvia(false);
-    clickToolbar("Conto");
+    QTest::mouseClick(frame->Toolbar1()->widgetForAction(frame->Toolbar1()->findChild<QAction*>("Conto")), Qt::LeftButton);
     ASSERT_NE(conto(), nullptr);
     EXPECT_EQ(saldo(), "10000");
     EXPECT_FALSE(c<QLineEdit>("txtImporto")->isEnabled());
     EXPECT_FALSE(modo(0)->isEnabled());
-}
 
-TEST_F(ContoTitoliTest, HandCheckedBalanceLiquidityAndDial)
-{
-    Avvia(true);
-    auto& exe = Module1::dbExe;
-    Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
-    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
-    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 50, 13);
-    AddTrade(exe, "20/01/2003", "Buy", "T2", "TIM", 1000, 2.5);
-    AddTrade(exe, "21/01/2003", "Buy", "T2", "BOT", 2, 0.5);
-    AddTrade(exe, "22/01/2003", "Buy", "T2", "BOT", 1, 0.125); // (2 * 0.5 + 0.125) / 3 = 0.375
-    frame->ControlloMenu();
-    // One closed operation: gp 50*13 - 50*10 = 150, commissions 5 + 5*50/100 = 7.5;
-    // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37.
-    const double utile = (150 - 7.5) - 37;
-    ASSERT_EQ(Module1::UtileNetto(), utile);
-
+    frame->mnu_NuovoPortafoglio_Click();
     frame->Menu("mnu_ContoTitoli")->trigger();
-    ASSERT_NE(conto(), nullptr);
-    EXPECT_EQ(saldo(), "10105,5"); // 10000 + 105.5, no movements yet
-
-    nuovo("02/01/2003", "Versamento", "2500", "apertura");
-    nuovo("15/02/2003", "Dividendi", "120,5");    // description left as "."
-    nuovo("03/03/2003", "Prelievo", "700", "");   // emptied: stored as "."
-    nuovo("01/02/2003", "Costi di gestione", "35,25", "l'affitto"); // the apostrophe never gets in
-    EXPECT_EQ(movimenti(), QStringList({"02/01/2003|Versamento|2500|apertura", "01/02/2003|Costi di gestione|35,25|laffitto",
-                                        "15/02/2003|Dividendi|120,5|.", "03/03/2003|Prelievo|700|."}));
-    // After an insert the grid returns to the row of the latest date before it, not to the new row.
-    EXPECT_EQ(rigaGriglia(), 3);
-
-    const double saldoMovimenti = 2500 + 120.5 - 700 - 35.25;
-    EXPECT_EQ(saldo(), "11990,75"); // 105.5 + 1885.25 + 10000: the positions' cost stays in the balance
-    EXPECT_EQ(10000 + saldoMovimenti + utile, 11990.75);
-    EXPECT_EQ(colonne(), QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
-                                      "saldoOperazioni=105,5"}));
-
-    // Two rows of an unknown type brought in by hand: one message each, at every computation.
-    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('05/03/2003','dividendi',999,'.')");
-    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('06/03/2003','Bonus',1,'.')");
-    const QString errore = "Errore nel modulo controllo record";
-    MessaggiVisti visti;
-    QMetaObject::invokeMethod(conto(), "Main");
-    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
-    EXPECT_EQ(saldo(), "11990,75"); // they count for nothing
-    // Modifica of such a row shows its type and keeps it.
-    ClickRiga(c<platform::DataGrid>("DBGrid1"), 4);
-    Clicca(modo(1));
-    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "dividendi");
-    Scrivi(c<QLineEdit>("txtImporto"), "998");
-    Clicca(c<QPushButton>("cmd_Ok"));
-    EXPECT_EQ(Rows(exe, "SELECT Tipo FROM Conto WHERE Importo = 998"), QStringList{"dividendi"});
-    visti.Prendi();
-
-    // The portfolio window: positions at load price, liquidity, the dial.
-    frame->Menu("mnu_Portafoglio")->trigger();
-    QWidget* pf = platform::Forms::Find("frmPortafoglio");
-    ASSERT_NE(pf, nullptr);
-    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
-    auto* grid = pf->findChild<platform::DataGrid*>("DBGrid2");
-    EXPECT_EQ(grid->Model()->Text(1, 0) + " " + grid->Model()->Text(1, 2), "TIM 2,5");
-    auto* msc = pf->findChild<platform::Chart*>("msc_Portafoglio");
-    EXPECT_EQ(msc->RowCount(), 3);
-    EXPECT_EQ(msc->DataAt(1, 1) + " " + msc->DataAt(2, 1) + " " + msc->DataAt(3, 1), "500 2500 1,125");
-    EXPECT_EQ(msc->RowLabelAt(3), "BOT");
-    const double valore = 50 * 10 + 1000 * 2.5 + 3 * 0.375;
-    EXPECT_EQ(pf->findChild<QLabel*>("lab_ValorePortafoglio")->text(), "3001,125");
-    // ((105.5 + 10000) - 3001.125) + 1885.25 = 8989.625, a tie that goes to the even digit.
-    const double liquidita = ((utile + 10000) - valore) + saldoMovimenti;
-    EXPECT_EQ(liquidita, 8989.625);
-    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "8989,62");
-    // floor(10 * (898962.5 / 11990.75)) = floor(749.71...) = 749
-    const int quota = static_cast<int>(std::floor(10 * ((liquidita * 100) / (saldoMovimenti + utile + 10000))));
-    EXPECT_EQ(quota, 749);
-    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "749");
-
-    // A movement confirmed in the account refreshes the open portfolio window through the frame.
-    exe.Execute("DELETE * FROM Conto WHERE Importo = 998 OR Importo = 1");
-    QMetaObject::invokeMethod(conto(), "Main");
-    nuovo("10/03/2003", "Prelievo", "9000");
-    EXPECT_EQ(visti.Prendi(), QStringList{});
-    // 8989.625 - 9000 = -10.375: below zero it shows with its sign and the dial rests at 0.
-    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "-10,38");
-    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "0");
-    EXPECT_EQ(saldo(), "2990,75");
-}
-
-TEST_F(ContoTitoliTest, ModifyAndDeleteKeepTheGridPositionNotTheRowAndALoneCommaIsRefused)
-{
-    Avvia(true);
-    frame->Menu("mnu_ContoTitoli")->trigger();
-    ASSERT_NE(conto(), nullptr);
     nuovo("10/01/2003", "Versamento", "1000");
     // A lone comma enables the button (the check compares with a point, which never gets
     // typed), and the engine refuses it; the handler called straight, so its failure reaches the test.
@@ -196,4 +93,78 @@ TEST_F(ContoTitoliTest, ModifyAndDeleteKeepTheGridPositionNotTheRowAndALoneComma
     EXPECT_TRUE(modo(0)->isChecked()); // an empty account: only Nuovo
     EXPECT_FALSE(modo(3)->isEnabled());
     EXPECT_EQ(saldo(), "10000");
+
+    // Trades in a portfolio whose account is empty again: the open account is refreshed with them.
+    auto& exe = Module1::dbExe;
+    Module1::dbSet.Execute("INSERT INTO System (Cod, Descrizione, Commissioni, CommissioniMin) VALUES ('T2','prova',2,5)");
+    AddTrade(exe, "13/01/2003", "Buy", "T2", "ENI", 100, 10);
+    AddTrade(exe, "17/01/2003", "Sell", "T2", "ENI", 50, 13);
+    AddTrade(exe, "20/01/2003", "Buy", "T2", "TIM", 1000, 2.5);
+    AddTrade(exe, "21/01/2003", "Buy", "T2", "BOT", 2, 0.5);
+    AddTrade(exe, "22/01/2003", "Buy", "T2", "BOT", 1, 0.125); // (2 * 0.5 + 0.125) / 3 = 0.375
+    frame->ControlloMenu();
+    // One closed operation: gp 50*13 - 50*10 = 150, commissions 5 + 5*50/100 = 7.5;
+    // tax floor((150 - 7.5) * 26 / 100) = floor(37.05) = 37; net (150 - 7.5) - 37 = 105.5.
+    ASSERT_EQ(Module1::UtileNetto(), 105.5);
+    EXPECT_EQ(saldo(), "10105,5"); // 10000 + 105.5, no movements yet
+
+    nuovo("02/01/2003", "Versamento", "2500", "apertura");
+    nuovo("15/02/2003", "Dividendi", "120,5");    // description left as "."
+    nuovo("03/03/2003", "Prelievo", "700", "");   // emptied: stored as "."
+    nuovo("01/02/2003", "Costi di gestione", "35,25", "l'affitto"); // the apostrophe never gets in
+    EXPECT_EQ(movimenti(), QStringList({"02/01/2003|Versamento|2500|apertura", "01/02/2003|Costi di gestione|35,25|laffitto",
+                                        "15/02/2003|Dividendi|120,5|.", "03/03/2003|Prelievo|700|."}));
+    // After an insert the grid returns to the row of the latest date before it, not to the new row.
+    EXPECT_EQ(rigaGriglia(), 3);
+    // 10000 + (2500 + 120.5 - 700 - 35.25) + 105.5: the positions' cost stays in the balance.
+    EXPECT_EQ(saldo(), "11990,75");
+    auto* grafico = c<platform::Chart>("msc_ContoTitoli");
+    QStringList colonne;
+    for (int i = 1; i <= grafico->ColumnCount(); ++i)
+        colonne << grafico->ColumnLabelAt(i) + "=" + grafico->DataAt(1, i);
+    EXPECT_EQ(colonne, QStringList({"Dividendi=120,5", "Versamento=2500", "Prelievo=-700", "CostiGestione=-35,25",
+                                      "saldoOperazioni=105,5"}));
+
+    // Two rows of an unknown type brought in by hand: one message each, at every computation.
+    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('05/03/2003','dividendi',999,'.')");
+    exe.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('06/03/2003','Bonus',1,'.')");
+    const QString errore = "Errore nel modulo controllo record";
+    MessaggiVisti visti;
+    QMetaObject::invokeMethod(conto(), "Main");
+    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
+    EXPECT_EQ(saldo(), "11990,75"); // they count for nothing
+    // Modifica of such a row shows its type and keeps it.
+    ClickRiga(c<platform::DataGrid>("DBGrid1"), 4);
+    Clicca(modo(1));
+    EXPECT_EQ(c<QComboBox>("cmb_Tipo")->currentText(), "dividendi");
+    Scrivi(c<QLineEdit>("txtImporto"), "998");
+    Clicca(c<QPushButton>("cmd_Ok"));
+    EXPECT_EQ(Rows(exe, "SELECT Tipo FROM Conto WHERE Importo = 998"), QStringList{"dividendi"});
+    visti.Prendi();
+
+    // The portfolio window: positions at load price, liquidity, the dial.
+    frame->Menu("mnu_Portafoglio")->trigger();
+    QWidget* pf = platform::Forms::Find("frmPortafoglio");
+    ASSERT_NE(pf, nullptr);
+    EXPECT_EQ(visti.Prendi(), QStringList({errore, errore}));
+    auto* grid = pf->findChild<platform::DataGrid*>("DBGrid2");
+    EXPECT_EQ(grid->Model()->Text(1, 0) + " " + grid->Model()->Text(1, 2), "TIM 2,5");
+    auto* msc = pf->findChild<platform::Chart*>("msc_Portafoglio");
+    EXPECT_EQ(msc->RowCount(), 3);
+    EXPECT_EQ(msc->DataAt(1, 1) + " " + msc->DataAt(2, 1) + " " + msc->DataAt(3, 1), "500 2500 1,125");
+    EXPECT_EQ(msc->RowLabelAt(3), "BOT");
+    // Value 50*10 + 1000*2.5 + 3*0.375; liquidity ((105.5 + 10000) - 3001.125) + 1885.25 = 8989.625,
+    // a tie that goes to the even digit; the dial floor(10 * (898962.5 / 11990.75)) = floor(749.71...).
+    EXPECT_EQ(Etichette(pf, {"lab_ValorePortafoglio", "lab_Liquidita"}), "3001,125|8989,62");
+    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "749");
+
+    // A movement confirmed in the account refreshes the open portfolio window through the frame.
+    exe.Execute("DELETE * FROM Conto WHERE Importo = 998 OR Importo = 1");
+    QMetaObject::invokeMethod(conto(), "Main");
+    nuovo("10/03/2003", "Prelievo", "9000");
+    EXPECT_EQ(visti.Prendi(), QStringList{});
+    // 8989.625 - 9000 = -10.375: below zero it shows with its sign and the dial rests at 0.
+    EXPECT_EQ(pf->findChild<QLabel*>("lab_Liquidita")->text(), "-10,38");
+    EXPECT_EQ(pf->findChild<platform::PictureSurface*>("Picture1")->accessibleName(), "0");
+    EXPECT_EQ(saldo(), "2990,75");
 }

@@ -196,7 +196,7 @@ TEST_F(TradeEntryTest, ADecimalFirstBuyAndAPartialSaleOfIt)
     EXPECT_EQ(chiuse(), QStringList{"ENI|13|11|8,71|6,49|" + num::Text(5 + 5.0 * 13 / 33)});
 }
 
-TEST_F(TradeEntryTest, PricesGoInWithAPointAndOnlyAModifiedOneIsRoundedToFourDecimals)
+TEST_F(TradeEntryTest, PricesGoInWithAPointOnlyAModifiedOneRoundedAndAPickedPositionBringsItsFields)
 {
     // A typed decimal price: the statement takes it with a point, the load price rounds to the nearest.
     buy("13/01/2003", "ENI", "1000", "50");
@@ -218,14 +218,10 @@ TEST_F(TradeEntryTest, PricesGoInWithAPointAndOnlyAModifiedOneIsRoundedToFourDec
     conferma();
     EXPECT_EQ(Rows(disk, "SELECT Prezzo, Importo, PrezzoOttimale FROM Eseguiti WHERE ID = 3"),
               QStringList{"10,1234|101,2345|10,1234"}); // the amount stays unrounded: 10 * 10.12345
-}
 
-TEST_F(TradeEntryTest, APickedPositionAndAnotherCellOfTheRowBringTheirOwnFields)
-{
-    buy("13/01/2003", "ENI", "100", "10");
-    buy("14/01/2003", "FIAT", "30", "5");
     // A new sale proposes the first position; a picked one replaces the proposed quantity.
-    nuovaVendita("15/01/2003");
+    buy("15/01/2003", "FIAT", "30", "5");
+    nuovaVendita("16/01/2003");
     EXPECT_EQ(combo("cmb_Codice")->currentText(), "ENI");
     type("txtQta", "7");
     ChooseInCombo(combo("cmb_Titolo"), "FIAT spa"); // the title list leads the code list too
@@ -233,17 +229,17 @@ TEST_F(TradeEntryTest, APickedPositionAndAnotherCellOfTheRowBringTheirOwnFields)
     EXPECT_EQ(edit("txtQta")->text(), "30");
     type("txtPrezzo", "6");
     conferma();
-    EXPECT_EQ(portafoglio(), QStringList{"ENI|100|10|1000|5"});
+    EXPECT_EQ(Rows(disk, "SELECT Cod FROM Portafoglio"), QStringList{"ENI"});
     // 30*6 - 30*5 = 30; under the proposed first system, DAY: max(30*6*1.9/1000, 2.95) + 5*30/30 = 7.95.
     EXPECT_EQ(chiuse(), QStringList{"FIAT|30|6|30|20|7,95"});
 
     // Modifica: another cell of the same row puts the row's fields back.
     modo(1);
-    cella(1, 0);
-    EXPECT_EQ(c<QLabel>("lab_RowSelect")->text(), "2");
+    cella(2, 0);
+    EXPECT_EQ(c<QLabel>("lab_RowSelect")->text(), "3");
     type("txtQta", "77");
     type("txt_Codice", "XYZ");
-    cella(1, 6);
+    cella(2, 6);
     EXPECT_EQ(edit("txtQta")->text(), "30");
     EXPECT_EQ(edit("txt_Codice")->text(), "FIAT");
 }
@@ -298,7 +294,7 @@ TEST_F(TradeEntryTest, KeyFiltersAndFieldRulesBeforeTheClick)
     EXPECT_EQ(Rows(disk, "SELECT Cod FROM Eseguiti"), QStringList{});
 }
 
-TEST_F(TradeEntryTest, TitleSpreadsToTheCodeAndARefusedChangeTakesItBack)
+TEST_F(TradeEntryTest, TitleSpreadsToTheCodeAndRefusedChangesOrStatementsLeaveEseguitiAsBefore)
 {
     buy("10/01/2003", "AAA", "10", "1");
     buy("11/01/2003", "ENI", "10", "1");
@@ -329,19 +325,13 @@ TEST_F(TradeEntryTest, TitleSpreadsToTheCodeAndARefusedChangeTakesItBack)
     conferma();
     EXPECT_EQ(messaggio, "Impossibile modificare ENI disponibili solo 15 pezzi");
     EXPECT_EQ(Rows(disk, "SELECT ID, Titolo, Qta FROM Eseguiti ORDER BY ID"), prima);
-}
 
-TEST_F(TradeEntryTest, RefusedStatementsAndTheCodeLimitLeaveEseguitiAsBefore)
-{
-    buy("10/01/2003", "ENI", "10", "1");
-    const QStringList prima = eseguiti();
-
-    // A pasted title with an apostrophe, in modify mode where the title spreads first.
+    // A pasted title with an apostrophe, in modify mode where the title spreads first, fails and leaves it too.
     modo(1);
-    riga(0);
+    riga(1);
     incolla("txt_Titolo", "Ente d'Italia");
     EXPECT_THROW(clickOk(), store::DbError);
-    EXPECT_EQ(eseguiti(), prima);
+    EXPECT_EQ(Rows(disk, "SELECT ID, Titolo, Qta FROM Eseguiti ORDER BY ID"), prima);
 
     // A buy at a zero price is taken ("0" keeps Conferma disabled, "0,0" does not), but the sale
     // after it divides by its load price: the sale goes back with the failure.
