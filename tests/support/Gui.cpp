@@ -423,19 +423,14 @@ void HurrySplash()
               [](QWidget* w) { return w->objectName() == "Presentazione"; });
 }
 
-MDIForm1* StartProgram(const QString& folder)
-{
-    PrepareSettings(folder, "Tip = 0, Benvenuto = 0");
-    HurrySplash();
-    Module1::Main(folder);
-    // Activated as a desktop activates a new window, so typing moves the focus as it does for a user.
-    MDIForm1::Instance()->activateWindow();
-    return MDIForm1::Instance();
-}
-
 void ProgramTest::Avvia(bool nuovoPortafoglio)
 {
-    frame = StartProgram(dir.path());
+    PrepareSettings(dir.path(), "Tip = 0, Benvenuto = 0");
+    HurrySplash();
+    Module1::Main(dir.path());
+    frame = MDIForm1::Instance();
+    // Activated as a desktop activates a new window, so typing moves the focus as it does for a user.
+    frame->activateWindow();
     if (nuovoPortafoglio)
         frame->mnu_NuovoPortafoglio_Click();
 }

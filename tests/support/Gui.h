@@ -58,9 +58,6 @@ void RunModal(QAction* trigger, const QString& name, std::function<void(QWidget*
 void PrepareSettings(const QString& folder, const QString& assignments);
 // Lets the splash's timer tick at once when it shows, instead of after its two seconds.
 void HurrySplash();
-// Starts the program in a folder past its start: the tips and the welcome window
-// switched off in the settings, the splash's wait cut short, the frame activated.
-MDIForm1* StartProgram(const QString& folder);
 
 // Chooses an item of a combo box as a user does: a click opens the list, the
 // arrow keys go to the item, Return takes it. Fails the test when the list lacks it.
@@ -69,7 +66,8 @@ void ChooseInCombo(QComboBox* combo, const QString& text);
 // A program started in a temporary program folder, closed again after each test.
 class ProgramTest : public ::testing::Test {
 protected:
-    // Runs the start and the frame's first activation; optionally a new portfolio.
+    // Starts the program past its start: the tips and the welcome window switched off in the
+    // settings, the splash's wait cut short, the frame activated; optionally a new portfolio.
     void Avvia(bool nuovoPortafoglio = false);
     void TearDown() override;
     QString path(const QString& name) const { return dir.filePath(name); }
