@@ -22,19 +22,7 @@ protected:
 
 } // namespace
 
-TEST_F(DatabaseTest, OpenRefusesMissingFilesAndFilesThatAreNoDatabase)
-{
-    store::Database other;
-    EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
-    EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
-
-    const QString text = WriteFile(folder.File("testo.qvp"), "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
-    const QByteArray before = FileBytes(text);
-    EXPECT_THROW(other.Open(text), store::DbError);
-    EXPECT_EQ(FileBytes(text), before);
-}
-
-TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsAndEnds)
+TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsEndsAndWritesThroughAtOnce)
 {
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(db, "15/01/2003", "Buy", "DAY", "FIAT", 50, 8);
@@ -59,26 +47,22 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsAndEnds)
     AddTrade(db, "18/01/2003", "Buy", "DAY", "TIM", 1, 1);
     EXPECT_EQ(rs.RecordCount(), 3);
     EXPECT_TRUE(db.OpenRecordset("SELECT * FROM Conto").Eof());
-}
 
-TEST_F(DatabaseTest, EditUpdateAndDeleteWriteThroughAtOnce)
-{
-    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
-    AddTrade(db, "18/01/2003", "Buy", "DAY", "FIAT", 50, 8);
-    store::Recordset rs = db.OpenRecordset("SELECT * FROM Eseguiti ORDER BY Data");
-    ASSERT_TRUE(rs.Updatable());
-    rs.Edit();
-    rs.SetField("qta", 120.0);
-    rs.SetField("Data", QDate(2003, 1, 16));
-    rs.Update();
-    EXPECT_EQ(rs.Number("Qta"), 120);
-    EXPECT_EQ(Rows(db, "SELECT Data, Qta FROM Eseguiti WHERE Cod = 'ENI'"), QStringList{"16/01/2003|120"});
+    // Edit, Update and Delete write through at once.
+    store::Recordset rw = db.OpenRecordset("SELECT * FROM Eseguiti ORDER BY Data");
+    ASSERT_TRUE(rw.Updatable());
+    rw.Edit();
+    rw.SetField("qta", 120.0);
+    rw.SetField("Data", QDate(2003, 1, 16));
+    rw.Update();
+    EXPECT_EQ(rw.Number("Qta"), 120);
+    EXPECT_EQ(Rows(db, "SELECT Data, Qta FROM Eseguiti WHERE Cod = 'FIAT'"), QStringList{"16/01/2003|120"});
 
-    rs.Delete();
-    rs.MoveNext();
-    EXPECT_EQ(rs.Text("Cod"), "FIAT");
-    EXPECT_EQ(rs.RecordCount(), 1);
-    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), QStringList{"FIAT"});
+    rw.Delete();
+    rw.MoveNext();
+    EXPECT_EQ(rw.Text("Tipo"), "Buy");
+    EXPECT_EQ(rw.RecordCount(), 3);
+    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), (QStringList{"ENI", "ENI", "TIM"}));
 }
 
 TEST_F(DatabaseTest, RefusedStatementsLeaveNoHalfRowAndCarryTheirText)
@@ -137,43 +121,50 @@ TEST_F(DatabaseTest, TransactionRollsBackUnlessCommittedAndDropsTwoTables)
     db.Execute("DELETE * FROM Conto"); // the failed double drop took back its first half
 }
 
-TEST_F(DatabaseTest, CopyOfAClosedFileReplacesTheTarget)
+TEST_F(DatabaseTest, OpenRefusesWhatIsNoDatabaseAndCopyOfAClosedFileReplacesTheTarget)
 {
+    store::Database other;
+    EXPECT_THROW(other.Open(folder.File("manca.qvp")), store::DbError);
+    EXPECT_FALSE(QFile::exists(folder.File("manca.qvp"))); // never created by opening
+
+    const QString text = WriteFile(folder.File("testo.qvp"), "Data;Tipo;Cod\n17/01/2003;Buy;ENI\n");
+    const QByteArray before = FileBytes(text);
+    EXPECT_THROW(other.Open(text), store::DbError);
+    EXPECT_EQ(FileBytes(text), before);
+
+    // A copy of a closed file replaces the target.
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     const QString from = db.Path();
     db.Close();
     const QString to = WriteFile(folder.File("copia con spazi e l'apostrofo.qvp"), "vecchio");
     store::Database::CopyFile(from, to);
-    store::Database copy;
-    copy.Open(to);
-    EXPECT_EQ(Rows(copy, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+    other.Open(to);
+    EXPECT_EQ(Rows(other, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
 
     // Over itself, by whatever path, it is refused before anything is removed.
     ASSERT_TRUE(QFile::link(folder.Path(), folder.File("collegamento")));
     EXPECT_THROW(store::Database::CopyFile(from, folder.File("collegamento/") + QFileInfo(from).fileName()), store::DbError);
-    store::Database still;
-    still.Open(from);
-    EXPECT_EQ(Rows(still, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+    other.Open(from);
+    EXPECT_EQ(Rows(other, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
 }
 
 // The forward-only cursor reads what a snapshot would, in place.
 TEST_F(DatabaseTest, ForwardOnlyReadsLikeASnapshotAndKeepsItsLiteralsWhileOtherStatementsRun)
 {
-    store::Database& exe = db;
-    EXPECT_TRUE(exe.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
+    EXPECT_TRUE(db.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
 
-    AddTrade(exe, "11/01/2003", "Sell", "DAY", "ENI", 40, 10.25);
-    AddTrade(exe, "10/01/2003", "Buy", "DAY", "ENI", 100, 10.5);
-    AddTrade(exe, "10/01/2003", "Buy", "DAY", "FIAT", 7, 3);
-    AddTrade(exe, "12/01/2003", "Buy", "DAY", "TIM", 1, 1);
+    AddTrade(db, "11/01/2003", "Sell", "DAY", "ENI", 40, 10.25);
+    AddTrade(db, "10/01/2003", "Buy", "DAY", "ENI", 100, 10.5);
+    AddTrade(db, "10/01/2003", "Buy", "DAY", "FIAT", 7, 3);
+    AddTrade(db, "12/01/2003", "Buy", "DAY", "TIM", 1, 1);
 
     // The text literal is bound once; statements run during the walk must not disturb it.
-    store::ForwardOnly c = exe.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
+    store::ForwardOnly c = db.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
     const int data = c.Index("data"), cod = c.Index("COD"), qta = c.Index("Qta");
     QStringList seen;
     QString reused;
     while (!c.Eof()) {
-        exe.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
+        db.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
         c.Text(cod, &reused);
         seen << c.Text(data) + '|' + reused + '|' + c.Text(qta) + '|' + QString::number(c.Number(qta));
         c.MoveNext();
@@ -183,12 +174,12 @@ TEST_F(DatabaseTest, ForwardOnlyReadsLikeASnapshotAndKeepsItsLiteralsWhileOtherS
     EXPECT_THROW(c.MoveNext(), store::DbError);
     EXPECT_THROW(c.Text(cod), store::DbError);
 
-    exe.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
-    store::ForwardOnly u = exe.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
+    db.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
+    store::ForwardOnly u = db.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
     QString titolo = "un testo più lungo";
     u.Text(0, &titolo);
     EXPECT_EQ(titolo, "Società");
-    EXPECT_THROW(exe.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
+    EXPECT_THROW(db.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
 }
 
 TEST(Delivered, FreshFolderGetsBothDatabasesWithTheirRows)
