@@ -65,36 +65,7 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsEndsAndWritesThroughAtOnce)
     EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), (QStringList{"ENI", "ENI", "TIM"}));
 }
 
-TEST_F(DatabaseTest, RefusedStatementsLeaveNoHalfRowAndCarryTheirText)
-{
-    AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
-    const QStringList refused = {
-        // A decimal comma left in a value: one value too many.
-        "INSERT INTO Portafoglio (System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni)VALUES ('DAY','ENI','Eni',100,10,1000,5,5)",
-        // A lone comma where a number goes.
-        "UPDATE Eseguiti SET Qta = ',' WHERE Cod = 'ENI'",
-        // An apostrophe in a title.
-        "INSERT INTO Eseguiti (Titolo) VALUES ('Banca d'Italia')",
-        "INSERT INTO Eseguiti (Data) VALUES ('31/02/2003')",
-        "DELETE * FROM Tabella",
-    };
-    for (const QString& sql : refused) {
-        try {
-            db.Execute(sql);
-            ADD_FAILURE() << "accepted: " << sql.toStdString();
-        } catch (const store::DbError& e) {
-            EXPECT_EQ(e.Statement(), sql);
-        }
-    }
-    EXPECT_EQ(Rows(db, "SELECT Cod, Qta FROM Eseguiti"), QStringList{"ENI|100"});
-    EXPECT_EQ(Rows(db, "SELECT * FROM Portafoglio"), QStringList{});
-
-    // What the engine converts goes in converted.
-    db.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('01/02/2004','Versamento','10.5','.')");
-    EXPECT_EQ(Rows(db, "SELECT Data, Importo FROM Conto"), QStringList{"01/02/2004|10,5"});
-}
-
-TEST_F(DatabaseTest, TransactionRollsBackUnlessCommittedAndDropsTwoTables)
+TEST_F(DatabaseTest, TransactionsAndRefusedStatementsLeaveNoHalfChange)
 {
     {
         store::Transaction tx(db);
@@ -113,7 +84,32 @@ TEST_F(DatabaseTest, TransactionRollsBackUnlessCommittedAndDropsTwoTables)
     }
     db.Close();
     db.Open(folder.File("prova.qvp"));
-    EXPECT_EQ(Rows(db, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
+
+    // Refused statements leave no half row and carry their text.
+    const QStringList refused = {
+        // A decimal comma left in a value: one value too many.
+        "INSERT INTO Portafoglio (System, Cod, Titolo, Qta, PzoCarico, Importo, Commissioni)VALUES ('DAY','ENI','Eni',100,10,1000,5,5)",
+        // A lone comma where a number goes.
+        "UPDATE Eseguiti SET Qta = ',' WHERE Cod = 'ENI'",
+        // An apostrophe in a title.
+        "INSERT INTO Eseguiti (Titolo) VALUES ('Banca d'Italia')",
+        "INSERT INTO Eseguiti (Data) VALUES ('31/02/2003')",
+        "DELETE * FROM Tabella",
+    };
+    for (const QString& sql : refused) {
+        try {
+            db.Execute(sql);
+            ADD_FAILURE() << "accepted: " << sql.toStdString();
+        } catch (const store::DbError& e) {
+            EXPECT_EQ(e.Statement(), sql);
+        }
+    }
+    EXPECT_EQ(Rows(db, "SELECT Cod, Qta FROM Eseguiti"), QStringList{"ENI|100"}); // committed, no half row
+    EXPECT_EQ(Rows(db, "SELECT * FROM Portafoglio"), QStringList{});
+
+    // What the engine converts goes in converted.
+    db.Execute("INSERT INTO Conto (Data, Tipo, Importo, Descrizione) VALUES ('01/02/2004','Versamento','10.5','.')");
+    EXPECT_EQ(Rows(db, "SELECT Data, Importo FROM Conto"), QStringList{"01/02/2004|10,5"});
 
     db.Execute("DROP TABLE EseguitiTemp, EseguitiBackup");
     EXPECT_THROW(db.Execute("DELETE * FROM EseguitiTemp"), store::DbError);
