@@ -38,26 +38,18 @@ protected:
 
 } // namespace
 
-TEST(DataDaNomeFile, EightDigitsBeforeAThreeLetterExtension)
+TEST_F(ImportTest, ReadsTheDayFileAsItStandsDatedByItsName)
 {
+    // Eight digits before a three-letter extension; only the places count, whatever stands before them.
     EXPECT_EQ(ledger::DataDaNomeFile("/home/u/RealTick/RT_20030117.csv"), "17/01/2003");
     EXPECT_EQ(ledger::DataDaNomeFile("/d/20040229.CSV"), "29/02/2004");
-    // Only the places count: whatever stands before them is not looked at.
     EXPECT_EQ(ledger::DataDaNomeFile("/d/ordini del 19991231.txt"), "31/12/1999");
 
-    for (const char* bad : {"/d/20030229.csv", // no such day
-                            "/d/20031301.csv", "/d/ordini.csv", "/d/2003O117.csv", "/d/20030117.xlsx", "0117.csv", ""})
-        EXPECT_THROW(ledger::DataDaNomeFile(bad), platform::Failure) << bad;
-}
-
-TEST_F(ImportTest, ReadsTheDayFileAsItStands)
-{
-    const QString path = file("RT20030117.csv",
-                              kIntestazione
-                                  + "U1,09:01:02,MTA,DIR,BUY,100,ENI,10.00125,FILLED,DAY,1\r\n"
-                                    "U1,09:05:00,MTA,DIR,Sell,40,ENI,12,FILLED,SWING,2,extra,fields\r\n"
-                                    "U1,10:00:00,MTA,DIR,BUY,1e3,F.I.A.T, 3.5 ,FILLED,DAY,3\r\n");
-    EXPECT_TRUE(ledger::LeggiRealTick(exe, path));
+    EXPECT_TRUE(ledger::LeggiRealTick(exe, file("RT20030117.csv",
+                                                kIntestazione
+                                                    + "U1,09:01:02,MTA,DIR,BUY,100,ENI,10.00125,FILLED,DAY,1\r\n"
+                                                      "U1,09:05:00,MTA,DIR,Sell,40,ENI,12,FILLED,SWING,2,extra,fields\r\n"
+                                                      "U1,10:00:00,MTA,DIR,BUY,1e3,F.I.A.T, 3.5 ,FILLED,DAY,3\r\n")));
     // The date from the name, "ND" as title, every field as the file has it.
     EXPECT_EQ(staged(), (QStringList{"17/01/2003|BUY|100|ENI|ND|10,00125|DAY", "17/01/2003|Sell|40|ENI|ND|12|SWING",
                                      "17/01/2003|BUY|1000|F.I.A.T|ND|3,5|DAY"}));
@@ -109,6 +101,9 @@ TEST_F(ImportTest, BadInputStopsTheFileWithTheEarlierLinesStagedAndLeavesEseguit
     }
 
     // A name without a date, a file that isn't there or is a folder: nothing staged.
+    for (const char* bad : {"/d/20030229.csv", // no such day
+                            "/d/20031301.csv", "/d/ordini.csv", "/d/2003O117.csv", "/d/20030117.xlsx", "0117.csv", ""})
+        EXPECT_THROW(ledger::DataDaNomeFile(bad), platform::Failure) << bad;
     exe.Execute("DELETE * FROM EseguitiTemp");
     EXPECT_FALSE(ledger::LeggiRealTick(exe, file("RealTick.csv", kIntestazione + buona + buona)));
     EXPECT_FALSE(ledger::LeggiRealTick(exe, QDir(files.path()).filePath("RT20030199.csv")));
