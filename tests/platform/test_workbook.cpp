@@ -42,9 +42,9 @@ protected:
 
 } // namespace
 
-TEST_F(WorkbookTest, ReadsCellsAndRowsOfASheetWhateverTheyHold)
+TEST_F(WorkbookTest, ReadsCellsAndRowsOfASheetWhateverTheyHoldAndWritesOnlyInMemory)
 {
-    platform::Workbook wb(make("celle.xlsx", [](lxw_workbook* wb, lxw_worksheet* ws) {
+    const QString path = make("celle.xlsx", [](lxw_workbook* wb, lxw_worksheet* ws) {
         lxw_format* data = workbook_add_format(wb);
         format_set_num_format(data, "dd/mm/yy");
         lxw_format* ora = workbook_add_format(wb);
@@ -71,7 +71,9 @@ TEST_F(WorkbookTest, ReadsCellsAndRowsOfASheetWhateverTheyHold)
             worksheet_write_string(ws, static_cast<lxw_row_t>(r), 0, QByteArray::number(r).constData(), nullptr);
             worksheet_write_number(ws, static_cast<lxw_row_t>(r), 1, r, nullptr);
         }
-    }));
+    });
+    const QByteArray prima = testing_support::FileBytes(path);
+    platform::Workbook wb(path);
     // Rows of a sheet by name, up to its last used cell.
     EXPECT_EQ(wb.SheetNames(), (QStringList{"Altro", "Foglio attivo"}));
     const QList<QVariantList> rows = wb.Rows("FOGLIO ATTIVO");
@@ -94,29 +96,25 @@ TEST_F(WorkbookTest, ReadsCellsAndRowsOfASheetWhateverTheyHold)
     EXPECT_EQ(testi, (QStringList{"Titolo", "Data", "System", "Quorvel Tabella operazioni chiuse", "-1234,5", "17/01/2003",
                                   "10/02/1900 09:30:00", "2,25", "", ""}));
 
+    // Writes stay in memory: the file is as it was once the workbook is gone.
+    {
+        platform::Workbook scritto(path);
+        scritto.SetCell("B2", QStringLiteral("Nuovo"));
+        EXPECT_EQ(scritto.Cell("B2").toString(), "Nuovo");
+        EXPECT_THROW(scritto.SetCell("2B", 1), platform::Failure);
+        EXPECT_THROW(scritto.Cell("A0"), platform::Failure);
+    }
+    EXPECT_EQ(testing_support::FileBytes(path), prima);
+
+    const auto write = [this](const char* name, const QByteArray& bytes) { return testing_support::WriteFile(dir.filePath(name), bytes); };
+    for (const QString& bad : {write("nulla.xlsx", ""), write("testo.xlsx", "Data,Tipo\r\n17/01/2003,Buy\r\n"),
+                               write("troncato.xlsx", prima.left(prima.size() / 2)), dir.filePath("manca.xlsx")})
+        EXPECT_THROW(platform::Workbook{bad}, platform::Failure) << bad.toStdString();
+
     // Texts stored in the cell itself rather than in the shared list; a sheet without a second row.
     EXPECT_EQ(a2(make("inline.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 1, 0, "Perché sì", nullptr); },
                       true)),
               "Perché sì");
     EXPECT_EQ(a2(make("vuoto.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 0, 0, "solo A1", nullptr); })),
               "");
-}
-
-TEST_F(WorkbookTest, WritesStayInMemoryAndBadFilesFail)
-{
-    const QString path = make("probe.xlsx", [](lxw_workbook*, lxw_worksheet* ws) { worksheet_write_string(ws, 1, 0, "Data", nullptr); });
-    const QByteArray prima = testing_support::FileBytes(path);
-    {
-        platform::Workbook wb(path);
-        wb.SetCell("B2", QStringLiteral("System"));
-        EXPECT_EQ(wb.Cell("B2").toString(), "System");
-        EXPECT_THROW(wb.SetCell("2B", 1), platform::Failure);
-        EXPECT_THROW(wb.Cell("A0"), platform::Failure);
-    }
-    EXPECT_EQ(testing_support::FileBytes(path), prima);
-
-    const auto write = [this](const char* name, const QByteArray& bytes) { return testing_support::WriteFile(dir.filePath(name), bytes); };
-    for (const QString& bad : {write("vuoto.xlsx", ""), write("testo.xlsx", "Data,Tipo\r\n17/01/2003,Buy\r\n"),
-                               write("troncato.xlsx", prima.left(prima.size() / 2)), dir.filePath("manca.xlsx")})
-        EXPECT_THROW(platform::Workbook{bad}, platform::Failure) << bad.toStdString();
 }
