@@ -22,8 +22,9 @@ protected:
 
 } // namespace
 
-TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsEndsAndWritesThroughAtOnce)
+TEST_F(DatabaseTest, RecordsetAndForwardOnlyCursorReadFindEndAndWriteThrough)
 {
+    EXPECT_TRUE(db.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
     AddTrade(db, "17/01/2003", "Buy", "DAY", "ENI", 100, 10);
     AddTrade(db, "15/01/2003", "Buy", "DAY", "FIAT", 50, 8);
     AddTrade(db, "17/01/2003", "Sell", "DAY", "ENI", 40, 11);
@@ -47,6 +48,29 @@ TEST_F(DatabaseTest, RecordsetIsASnapshotThatFindsEndsAndWritesThroughAtOnce)
     AddTrade(db, "18/01/2003", "Buy", "DAY", "TIM", 1, 1);
     EXPECT_EQ(rs.RecordCount(), 3);
     EXPECT_TRUE(db.OpenRecordset("SELECT * FROM Conto").Eof());
+
+    // The forward-only cursor reads what the snapshot does, in place. Its text literal is bound
+    // once; statements run during the walk must not disturb it.
+    store::ForwardOnly c = db.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
+    const int data = c.Index("data"), cod = c.Index("COD"), qta = c.Index("Qta");
+    QStringList seen;
+    QString reused;
+    while (!c.Eof()) {
+        db.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
+        c.Text(cod, &reused);
+        seen << c.Text(data) + '|' + reused + '|' + c.Text(qta) + '|' + QString::number(c.Number(qta));
+        c.MoveNext();
+    }
+    EXPECT_EQ(seen, (QStringList{"15/01/2003|FIAT|50|50", "17/01/2003|ENI|100|100", "17/01/2003|ENI|40|40"}));
+    EXPECT_THROW(c.MoveNext(), store::DbError);
+    EXPECT_THROW(c.Text(cod), store::DbError);
+
+    db.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
+    store::ForwardOnly u = db.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
+    QString titolo = "un testo più lungo";
+    u.Text(0, &titolo);
+    EXPECT_EQ(titolo, "Società");
+    EXPECT_THROW(db.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
 
     // Edit, Update and Delete write through at once.
     store::Recordset rw = db.OpenRecordset("SELECT * FROM Eseguiti ORDER BY Data");
@@ -142,40 +166,6 @@ TEST_F(DatabaseTest, OpenRefusesWhatIsNoDatabaseAndCopyOfAClosedFileReplacesTheT
     EXPECT_THROW(store::Database::CopyFile(from, folder.File("collegamento/") + QFileInfo(from).fileName()), store::DbError);
     other.Open(from);
     EXPECT_EQ(Rows(other, "SELECT Cod FROM Eseguiti"), QStringList{"ENI"});
-}
-
-// The forward-only cursor reads what a snapshot would, in place.
-TEST_F(DatabaseTest, ForwardOnlyReadsLikeASnapshotAndKeepsItsLiteralsWhileOtherStatementsRun)
-{
-    EXPECT_TRUE(db.OpenForwardOnly("SELECT *  FROM Eseguiti ORDER BY Data").Eof());
-
-    AddTrade(db, "11/01/2003", "Sell", "DAY", "ENI", 40, 10.25);
-    AddTrade(db, "10/01/2003", "Buy", "DAY", "ENI", 100, 10.5);
-    AddTrade(db, "10/01/2003", "Buy", "DAY", "FIAT", 7, 3);
-    AddTrade(db, "12/01/2003", "Buy", "DAY", "TIM", 1, 1);
-
-    // The text literal is bound once; statements run during the walk must not disturb it.
-    store::ForwardOnly c = db.OpenForwardOnly("SELECT *  FROM Eseguiti WHERE Cod <> 'TIM' ORDER BY Data");
-    const int data = c.Index("data"), cod = c.Index("COD"), qta = c.Index("Qta");
-    QStringList seen;
-    QString reused;
-    while (!c.Eof()) {
-        db.Execute("UPDATE Eseguiti SET Titolo = 'x' WHERE Cod = 'ALTRO'");
-        c.Text(cod, &reused);
-        seen << c.Text(data) + '|' + reused + '|' + c.Text(qta) + '|' + QString::number(c.Number(qta));
-        c.MoveNext();
-    }
-    // Equal dates come in record order, as the snapshot gives them.
-    EXPECT_EQ(seen, (QStringList{"10/01/2003|ENI|100|100", "10/01/2003|FIAT|7|7", "11/01/2003|ENI|40|40"}));
-    EXPECT_THROW(c.MoveNext(), store::DbError);
-    EXPECT_THROW(c.Text(cod), store::DbError);
-
-    db.Execute("UPDATE Eseguiti SET Titolo = 'Società' WHERE Cod = 'ENI'");
-    store::ForwardOnly u = db.OpenForwardOnly("SELECT Titolo FROM Eseguiti WHERE Cod = 'ENI'");
-    QString titolo = "un testo più lungo";
-    u.Text(0, &titolo);
-    EXPECT_EQ(titolo, "Società");
-    EXPECT_THROW(db.OpenForwardOnly("SELECT * FROM Nessuna"), store::DbError);
 }
 
 TEST(Delivered, FreshFolderGetsBothDatabasesWithTheirRows)
