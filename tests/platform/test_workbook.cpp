@@ -31,11 +31,7 @@ protected:
         EXPECT_EQ(workbook_close(wb), LXW_NO_ERROR);
         return path;
     }
-    QString a2(const QString& path)
-    {
-        platform::Workbook wb(path);
-        return platform::Workbook::Text(wb.Cell("A2"));
-    }
+    QString a2(const QString& path) { return platform::Workbook::Text(platform::Workbook(path).Cell("A2")); }
     QTemporaryDir tmp;
     QDir dir{tmp.path()};
 };
