@@ -29,7 +29,7 @@ void scrivi(QWidget* w, const char* name, const QString& text) { Scrivi(w->findC
 void clicca(QWidget* w, const char* name) { Clicca(w->findChild<QPushButton*>(name)); }
 } // namespace
 
-TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredValue)
+TEST_F(ParametriTest, FieldsAndSystemsGridSaveOnEveryWayOfClosing)
 {
     EXPECT_EQ(settaggi(), QStringList{"10000|26|250|3"});
     apri([](QWidget* w) {
@@ -47,10 +47,8 @@ TEST_F(ParametriTest, FieldsSaveOnCloseWithCommaAsPointAndEmptyKeepsTheStoredVal
         clicca(w, "Command2");
     });
     EXPECT_EQ(settaggi(), QStringList{"25000,5|12,5|300|2,5"});
-}
 
-TEST_F(ParametriTest, SystemsGridEditsAddsAndKeepsTheLastRow)
-{
+    // The systems' grid edits, adds and keeps its last row.
     apri([](QWidget* w) {
         auto* grid = w->findChild<QTableView*>("DBGrid1");
         auto* model = grid->model();
