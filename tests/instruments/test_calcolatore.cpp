@@ -4,7 +4,6 @@
 #include "platform/PictureSurface.h"
 #include "support/Programma.h"
 
-
 using namespace testing_support;
 
 namespace {
@@ -24,7 +23,6 @@ protected:
     }
     QLineEdit* edit(const char* n) { return w->findChild<QLineEdit*>(n); }
     QString lcd(const char* n) { return w->findChild<platform::PictureSurface*>(n)->accessibleName(); }
-    QString label(const char* n) { return w->findChild<QLabel*>(n)->text(); }
     // What several displays show, joined by '|'.
     QString lcds(std::initializer_list<const char*> names)
     {
@@ -34,13 +32,8 @@ protected:
         return out.join('|');
     }
     void type(const char* n, const QString& t) { QTest::keyClicks(edit(n), t); }
-    // Types over what a box holds: select all, then the new text (an empty one empties it).
-    void retype(const char* n, const QString& t)
-    {
-        QTest::keyClick(edit(n), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(edit(n), Qt::Key_Backspace);
-        QTest::keyClicks(edit(n), t);
-    }
+    // Types over what a box holds (an empty text empties it).
+    void retype(const char* n, const QString& t) { Scrivi(edit(n), t); }
 
     Calcolatore* w = nullptr;
 };
@@ -57,7 +50,7 @@ TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
     EXPECT_EQ(lcd("pic_PdP"), ""); // the price before the quantity leaves everything dark
     type("txtQta", "1000");
     type("txtVndPzo", "11");
-    EXPECT_EQ(label("lab_AcqImp") + "|" + label("lab_VndImp"), "10000|11000");
+    EXPECT_EQ(Etichette(w, {"lab_AcqImp", "lab_VndImp"}), "10000|11000");
     // 10 - 3*10/100; |(10000 - 100) / 1000|; 10 + 10000*2/1000*2/1000; 20 + 22; 1000 - 42; floor(95800 / 10000).
     EXPECT_EQ(lcds({"pic_SLP", "pic_SLMM", "pic_PdP", "pic_Commissioni", "pic_GP", "pic_PercentualeGP"}), "9,7|9,9|10,04|42|958|9");
 
@@ -71,10 +64,10 @@ TEST_F(CalcolatoreTest, WorkedCaseToTheLastDigitAndTheClearingRules)
 
     // Emptying the price leaves the old figures standing.
     retype("txtAcqPzo", "");
-    EXPECT_EQ(label("lab_AcqImp") + "|" + lcd("pic_PdP"), "10000|10,04");
+    EXPECT_EQ(Etichette(w, {"lab_AcqImp"}) + "|" + lcd("pic_PdP"), "10000|10,04");
     // Typing "0" clears the buy side, and with its amount gone the sale side too.
     retype("txtAcqPzo", "0");
-    EXPECT_EQ(label("lab_AcqImp") + label("lab_VndImp") + lcds({"pic_SLP", "pic_PdP", "pic_GP"}), "||");
+    EXPECT_EQ(Etichette(w, {"lab_AcqImp", "lab_VndImp"}) + "|" + lcds({"pic_SLP", "pic_PdP", "pic_GP"}), "||||");
     // The key filters: two decimals, one comma, no point.
     retype("txtAcqPzo", "12.345,678");
     EXPECT_EQ(edit("txtAcqPzo")->text(), "12345,67");
@@ -118,6 +111,6 @@ TEST_F(CalcolatoreTest, DoubleZeroQuantityEndsInTheFailureReport)
     QCoreApplication::processEvents();
     EXPECT_EQ(report, "FailureReport: Divisione per zero");
     EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
-    EXPECT_EQ(label("lab_AcqImp"), "0"); // the amount came before the division
+    EXPECT_EQ(Etichette(w, {"lab_AcqImp"}), "0"); // the amount came before the division
     EXPECT_EQ(FileBytes(path("DataSet.qvd")), settings);
 }

@@ -8,12 +8,6 @@
 
 using namespace testing_support;
 
-namespace {
-
-template <class T> T* c(QWidget* w, const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
-
-} // namespace
-
 TEST_F(ProgramTest, ClockBarShowsFiveCitiesWithTheirOffsetsInTheSchemeColour)
 {
     Avvia();
@@ -26,7 +20,7 @@ TEST_F(ProgramTest, ClockBarShowsFiveCitiesWithTheirOffsetsInTheSchemeColour)
     auto shown = [&]() {
         QStringList s;
         for (const char* n : nomi)
-            s << c<QWidget>(frame, n)->accessibleName();
+            s << frame->findChild<QWidget*>(n)->accessibleName();
         return s;
     };
     auto expected = [&](QTime t) {
@@ -40,7 +34,7 @@ TEST_F(ProgramTest, ClockBarShowsFiveCitiesWithTheirOffsetsInTheSchemeColour)
     const QStringList visti = shown();
     EXPECT_TRUE(visti == expected(prima) || visti == expected(QTime::currentTime())) << visti.join(' ').toStdString();
     // The hands in the colour of the scheme: Colori.ClockLancette = 2051961 = 0x1F4F79.
-    EXPECT_EQ(c<platform::PictureSurface>(frame, "picClock")->ForeColor(), QColor(0x1F, 0x4F, 0x79));
+    EXPECT_EQ(frame->findChild<platform::PictureSurface*>("picClock")->ForeColor(), QColor(0x1F, 0x4F, 0x79));
 }
 
 TEST(ClockPainting, HandsDotsAndNoRepaintOfTheSameSecond)

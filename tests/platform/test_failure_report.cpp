@@ -27,17 +27,14 @@ TEST(FailureReport, EngineErrorInAButtonEndsInTheReportWithTheFileIntact)
     QString report;
     ReadFailureReport(&report);
     QTimer::singleShot(0, &cmd_Ok, &QPushButton::click);
-    const int code = QApplication::exec();
-
-    EXPECT_EQ(code, 1);
+    EXPECT_EQ(QApplication::exec(), 1);
     EXPECT_TRUE(report.startsWith("FailureReport: ")) << report.toStdString();
     EXPECT_TRUE(report.contains("UPDATE Eseguiti SET Prezzo = 'dieci,5' WHERE Cod = 'ENI'")) << report.toStdString();
     EXPECT_TRUE(static_cast<platform::Application*>(qApp)->Failed());
 
     // Every statement before the failing one is on disk; the failing one left nothing.
     db.Close();
-    store::Database reopened;
-    reopened.Open(path);
-    EXPECT_EQ(Rows(reopened, "PRAGMA integrity_check"), QStringList{"ok"});
-    EXPECT_EQ(Rows(reopened, "SELECT Cod, Qta, Prezzo FROM Eseguiti"), QStringList{"ENI|5|10"});
+    db.Open(path);
+    EXPECT_EQ(Rows(db, "PRAGMA integrity_check"), QStringList{"ok"});
+    EXPECT_EQ(Rows(db, "SELECT Cod, Qta, Prezzo FROM Eseguiti"), QStringList{"ENI|5|10"});
 }

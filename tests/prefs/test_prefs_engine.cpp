@@ -24,22 +24,14 @@ using namespace testing_support;
 
 namespace {
 
-QString text(const QString& path)
-{
-    return QString::fromUtf8(FileBytes(path));
-}
-
 // A folder on PATH holding empty executables of these names, for the length of a test.
 class FakePath {
 public:
     explicit FakePath(const QStringList& programs) : old_(qgetenv("PATH"))
     {
         for (const QString& p : programs) {
-            QFile f(dir_.filePath(p));
-            f.open(QIODevice::WriteOnly);
-            f.write("#!/bin/sh\n");
-            f.close();
-            f.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            QFile::setPermissions(WriteFile(dir_.filePath(p), "#!/bin/sh\n"),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         }
         qputenv("PATH", dir_.path().toUtf8());
     }
@@ -118,12 +110,12 @@ TEST(FileType, FreedesktopFormInTheDataFolder)
     prefs::AssociaFile(registry, icona, "/opt/Quorvel app/quor$vel");
 
     const QDir d(data.path());
-    const QString xml = text(d.filePath("mime/packages/quorvel.xml"));
+    const QString xml = QString::fromUtf8(FileBytes(d.filePath("mime/packages/quorvel.xml")));
     EXPECT_TRUE(xml.contains("<comment>Quorvel</comment>"));
     EXPECT_TRUE(xml.contains("<icon name=\"application-x-quorvel\"/>"));
     EXPECT_EQ(xml.count("<glob "), 1); // ".Qvp" and ".qvp" are one key
 
-    const QStringList entry = text(d.filePath("applications/quorvel-file.desktop")).split('\n');
+    const QStringList entry = QString::fromUtf8(FileBytes(d.filePath("applications/quorvel-file.desktop"))).split('\n');
     EXPECT_EQ(entry.first(), "[Desktop Entry]");
     // The path quoted with its "$" escaped, then the backslash doubled as every string value's is.
     for (const char* line : {"Exec=\"/opt/Quorvel app/quor\\\\$vel\" %f", "MimeType=application/x-quorvel;", "Name=Quorvel",

@@ -39,8 +39,7 @@ TEST_F(PrefsTest, ViewOptionsDependenciesApplyOkAndCancel)
         EXPECT_TRUE(menu->isChecked() && grandi->isEnabled() && nomi->isEnabled());
 
         click(w, "chk_Menu"); // no toolbar: both icon options grey, keeping their marks
-        EXPECT_FALSE(grandi->isEnabled());
-        EXPECT_FALSE(nomi->isEnabled());
+        EXPECT_FALSE(grandi->isEnabled() || nomi->isEnabled());
         EXPECT_TRUE(grandi->isChecked() && nomi->isChecked());
         click(w, "chk_Menu");
         EXPECT_TRUE(grandi->isEnabled() && nomi->isEnabled());

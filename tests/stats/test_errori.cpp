@@ -23,27 +23,9 @@ protected:
         AddTrade(Module1::dbExe, "13/01/2003", "Buy", "DAY", cod, qta, prezzo, errore);
         Module1::dbExe.Execute(QStringLiteral("UPDATE Eseguiti SET PrezzoOttimale = %1 WHERE Cod = '%2'").arg(ottimale).arg(cod));
     }
-    QString lab(QWidget* w, const char* name) { return w->findChild<QLabel*>(QString::fromLatin1(name))->text(); }
     QStringList catalogo() { return Rows(set, "SELECT Cod, Descrizione, Note, Contatore, Importo FROM Errori"); }
 
     store::Database set;
-};
-
-// The catalogue editor, shown as the frame shows it but without blocking the test.
-class EditorTest : public ErroriTest {
-protected:
-    void SetUp() override
-    {
-        ErroriTest::SetUp();
-        w = frmPersonalizzaErrori::Instance();
-        w->show();
-        grid = w->findChild<QTableView*>("DBGrid1");
-    }
-    void clicca(int row, int col) { ClickRiga(grid, row, col); }
-    void scrivi(int row, int col, const QString& text) { ScriviCella(grid, row, col, text); }
-
-    frmPersonalizzaErrori* w = nullptr;
-    QTableView* grid = nullptr;
 };
 
 } // namespace
@@ -100,8 +82,14 @@ TEST_F(ErroriTest, AnUnknownCodeFailsKeepingWhatWasWrittenBeforeIt)
               QStringList{"EA|1|14"});
 }
 
-TEST_F(EditorTest, TooLongCodeIsRefusedWithTheStopBox)
+TEST_F(ErroriTest, EditorRefusesATooLongCodeWritesTheRestThroughAndRestoresWithoutAQuestion)
 {
+    // The catalogue editor, shown as the frame shows it but without blocking the test.
+    frmPersonalizzaErrori* w = frmPersonalizzaErrori::Instance();
+    w->show();
+    auto* grid = w->findChild<QTableView*>("DBGrid1");
+
+    // A code of three letters: the stop box, and nothing changes.
     const QStringList prima = catalogo();
     QString testo;
     QMessageBox::Icon icona = QMessageBox::NoIcon;
@@ -111,36 +99,33 @@ TEST_F(EditorTest, TooLongCodeIsRefusedWithTheStopBox)
         icona = box->icon();
         box->button(QMessageBox::Ok)->click();
     }, [](QWidget* m) { return qobject_cast<QMessageBox*>(m) != nullptr; });
-    scrivi(1, 0, "EAX");
+    ScriviCella(grid, 1, 0, "EAX");
     EXPECT_EQ(testo, "Massimo 2 caratteri per questo campo");
     EXPECT_EQ(icona, QMessageBox::Critical);
     EXPECT_EQ(catalogo(), prima);
     EXPECT_EQ(grid->model()->index(1, 0).data().toString(), "EA");
-}
 
-TEST_F(EditorTest, AddChangeNoteDeleteAndRestoreWithoutAQuestionNorARefresh)
-{
     // A code typed into the last row adds a record; then its description and note.
     const int nuova = grid->model()->rowCount() - 1;
     EXPECT_EQ(grid->model()->headerData(nuova, Qt::Vertical).toString(), "*");
-    scrivi(nuova, 0, "ZZ");
-    scrivi(nuova, 1, "Prova dell'utente");
-    clicca(nuova, 0);
+    ScriviCella(grid, nuova, 0, "ZZ");
+    ScriviCella(grid, nuova, 1, "Prova dell'utente");
+    ClickRiga(grid, nuova, 0);
     auto* note = w->findChild<QLineEdit*>("Text1");
     QTest::keyClicks(note, "da rivedere");
     QTest::keyClick(note, Qt::Key_Return);
     EXPECT_EQ(Rows(set, "SELECT Cod, Descrizione, Note FROM Errori WHERE Cod = 'ZZ'"),
               QStringList{"ZZ|Prova dell'utente|da rivedere"});
     // The note follows the selected row.
-    clicca(0, 1);
+    ClickRiga(grid, 0, 1);
     EXPECT_EQ(note->text(), "");
-    clicca(nuova, 1);
+    ClickRiga(grid, nuova, 1);
     EXPECT_EQ(note->text(), "da rivedere");
 
     // Changing a description and deleting a row write through at once.
-    scrivi(2, 1, "Entrata tardiva");
+    ScriviCella(grid, 2, 1, "Entrata tardiva");
     EXPECT_EQ(Rows(set, "SELECT Descrizione FROM Errori WHERE Cod = 'ER'"), QStringList{"Entrata tardiva"});
-    clicca(nuova, 0);
+    ClickRiga(grid, nuova, 0);
     QTest::keyClick(grid, Qt::Key_Delete);
     EXPECT_EQ(Rows(set, "SELECT Cod FROM Errori WHERE Cod = 'ZZ'"), QStringList{});
     EXPECT_EQ(grid->model()->rowCount(), 13 + 1);
@@ -153,7 +138,7 @@ TEST_F(EditorTest, AddChangeNoteDeleteAndRestoreWithoutAQuestionNorARefresh)
     EXPECT_EQ(QApplication::activeModalWidget() == nullptr || QApplication::activeModalWidget() == w, true);
     EXPECT_EQ(catalogo(), Rows(set, "SELECT Cod, Descrizione, Note, Contatore, Importo FROM ErroriDefault"));
     EXPECT_EQ(grid->model()->index(2, 1).data().toString(), "Entrata in ritardo, a prezzo peggiore del segnale");
-    EXPECT_EQ(lab(stat, "lab_TotaleErrori"), "1");
+    EXPECT_EQ(Etichette(stat, {"lab_TotaleErrori"}), "1");
     EXPECT_EQ(stat->findChild<platform::DataGrid*>("DBGrid1")->Model()->Text(0, 3), "1");
 
     QTest::mouseClick(w->findChild<QPushButton*>("Command2"), Qt::LeftButton);

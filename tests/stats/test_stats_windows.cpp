@@ -29,7 +29,6 @@ protected:
     void svuota() { Module1::dbExe.Execute("DELETE * FROM OperazioniChiuse"); }
     QWidget* apri(const char* name) { return frame->MostraFinestra(QString::fromLatin1(name)); }
     template <class T> T* in(QWidget* w, const char* name) { return w->findChild<T*>(QString::fromLatin1(name)); }
-    QString lab(QWidget* w, const char* name) { return in<QLabel>(w, name)->text(); }
     QString dial(QWidget* w, const char* name) { return in<platform::PictureSurface>(w, name)->accessibleName(); }
     void refresh(QWidget* w) { QMetaObject::invokeMethod(w, "Main", Qt::DirectConnection); }
     // Rows 1.. of a grid, cells joined by '|'; the header row apart.
@@ -107,14 +106,13 @@ TEST_F(StatsWindowsTest, DrawDownGridIsNeverClearedAndARefreshForgetsTheStyle)
 
 TEST_F(StatsWindowsTest, RiskSumsRunsInPercentAndCountsExactPercentages)
 {
-    chiusa(1.5);
-    chiusa(1.5);
-    chiusa(-2);
-    chiusa(0); // a zero has its own row, and continues the losing run
+    // A zero has its own row, and continues the losing run.
+    for (double p : {1.5, 1.5, -2.0, 0.0})
+        chiusa(p);
     Module1::dbExe.Execute("INSERT INTO OperazioniChiuse (Data, GPPercentuale) VALUES ('13/01/2003', 0.30000000000000004)");
     chiusa(0.3);
     QWidget* w = apri("frmRisk");
-    EXPECT_EQ(lab(w, "lab_TotMDD"), "2"); // 1.5 + 1.5, then -2 + 0; the last run stays open
+    EXPECT_EQ(Etichette(w, {"lab_TotMDD"}), "2"); // 1.5 + 1.5, then -2 + 0; the last run stays open
     EXPECT_EQ(colonna(in<platform::Chart>(w, "msc_MDD"), 1), (QStringList{"3", "-2"}));
     auto* grid = in<platform::FlexGrid>(w, "MSFlexGrid_FP");
     // 6 rows: 200/6 = 33.33, 100/6 = 16.67. The two values near 0.3 differ in the last bit: two rows.
@@ -134,6 +132,7 @@ TEST_F(StatsWindowsTest, LimitsEndInAFailureWithTheFilesUntouched)
         tx.Commit();
     };
     auto fallisce = [this, &molte](const char* name, const std::vector<double>& valori, long long indice) {
+        chiudi(name); // the window that fit
         molte(valori);
         const QByteArray prima = impronta();
         try {
@@ -165,25 +164,21 @@ TEST_F(StatsWindowsTest, LimitsEndInAFailureWithTheFilesUntouched)
         percentuali.push_back(i / 4.0);
     molte(percentuali);
     EXPECT_EQ(in<platform::FlexGrid>(apri("frmRisk"), "MSFlexGrid_FP")->TextMatrix(50, 0), "0,25%");
-    chiudi("frmRisk");
     percentuali.push_back(-1);
     fallisce("frmRisk", percentuali, 51);
 
     // 1000 rows fit the percentage list, the 1001st does not.
     molte(std::vector<double>(alterni.begin(), alterni.begin() + 1000));
-    EXPECT_EQ(lab(apri("frmRisk"), "lab_TotMDD"), "999");
-    chiudi("frmRisk");
+    EXPECT_EQ(Etichette(apri("frmRisk"), {"lab_TotMDD"}), "999");
     fallisce("frmRisk", std::vector<double>(alterni.begin(), alterni.begin() + 1001), 1001);
 
     // 1000 runs fit, the 1001st does not (1002 alternating rows), in both windows.
     EXPECT_EQ(in<platform::Chart>(apri("frmMDD"), "msc_SeqPosNeg")->RowCount(), 1000);
-    chiudi("frmMDD");
     fallisce("frmMDD", alterni, 1001);
 
     // 50 distinct lengths fit the chart table; 51 fail there, 101 already in the frequency table.
     molte(lunghezze(25, 25));
     EXPECT_EQ(in<platform::FlexGrid>(apri("frmMDD"), "MSFlexGrid_MDD")->TextMatrix(50, 0), "-25");
-    chiudi("frmMDD");
     fallisce("frmMDD", lunghezze(26, 25), 51);
     fallisce("frmMDD", lunghezze(51, 50), 101);
 
@@ -217,7 +212,7 @@ TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
     AddTrade(Module1::dbExe, "13/01/2003", "Buy", "DAY", "ENI", 10, 1);
     frame->ControlloMenu();
     EXPECT_EQ(platform::Forms::Find("frmMedie"), w);
-    EXPECT_EQ(lab(w, "lab_CapitaleMedio"), "958");
+    EXPECT_EQ(Etichette(w, {"lab_CapitaleMedio"}), "958");
     Module1::dbExe.Execute("DELETE * FROM Eseguiti");
 
     // Only losses: the skipped labels keep their designed "0", the dials stay unattached.
@@ -239,11 +234,11 @@ TEST_F(StatsWindowsTest, AveragesLabelByLabelWithTheRatioReadBeforeItsNumerator)
     EXPECT_EQ(dial(w, "Picture_WL"), "1000");
     chiusa(-1, -500.15, "13/01/2003", 1, 1); // net 0.1: 100 * 500 / 0.1 = 500000
     w = riapri("frmMedie");
-    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "1000");
+    EXPECT_EQ(Etichette(w, {"lab_FattoreCulo"}), "1000");
     EXPECT_EQ(dial(w, "Picture_FC"), "10000");
     chiusa(-1, -100, "13/01/2003", 1, 1); // net below 0: the ratio is negative and reads back as 0
     w = riapri("frmMedie");
-    EXPECT_EQ(lab(w, "lab_FattoreCulo"), "0");
+    EXPECT_EQ(Etichette(w, {"lab_FattoreCulo"}), "0");
     EXPECT_EQ(dial(w, "Picture_FC"), "0");
     chiudi("frmMedie");
 
