@@ -41,6 +41,8 @@ struct Connection {
     ~Connection();
     void clearCache();
     [[noreturn]] void fail(const QString& statement) const;
+    // Steps a bound statement to its end and resets it; a failure throws with `statement`.
+    void run(sqlite3_stmt* st, const QString& statement);
     QStringList columnsOf(const QString& table);
     // The prepared statements for a shape; for a cursor, with the rowid in front when possible.
     PreparedShape& prepare(const Lifted& lifted, bool cursor, const QString& original);

@@ -62,6 +62,17 @@ void Connection::fail(const QString& statement) const
     throw DbError(QString::fromUtf8(sqlite3_errmsg(db)), statement, sqlite3_extended_errcode(db));
 }
 
+void Connection::run(sqlite3_stmt* st, const QString& statement)
+{
+    int rc;
+    while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
+    }
+    sqlite3_reset(st);
+    if (rc != SQLITE_DONE)
+        fail(statement);
+    ++statementsRun;
+}
+
 QStringList Connection::columnsOf(const QString& table)
 {
     const QString key = table.toLower();
@@ -279,15 +290,8 @@ void Database::Execute(const QString& sql)
     std::unique_ptr<Transaction> group;
     if (several)
         group = std::make_unique<Transaction>(*this);
-    for (sqlite3_stmt* st : shape.stmts) {
-        int rc;
-        while ((rc = sqlite3_step(st)) == SQLITE_ROW) {
-        }
-        sqlite3_reset(st);
-        if (rc != SQLITE_DONE)
-            conn_->fail(sql);
-        ++conn_->statementsRun;
-    }
+    for (sqlite3_stmt* st : shape.stmts)
+        conn_->run(st, sql);
     if (group)
         group->Commit();
     if (isSchemaChange(sql))

@@ -46,13 +46,7 @@ Prepared& Prepared::Bind(int index, const QString& text)
 
 void Prepared::Run()
 {
-    int rc;
-    while ((rc = sqlite3_step(st_)) == SQLITE_ROW) {
-    }
-    sqlite3_reset(st_);
-    if (rc != SQLITE_DONE)
-        conn_->fail(sql_);
-    ++conn_->statementsRun;
+    conn_->run(st_, sql_);
 }
 
 bool Prepared::Next()
